@@ -1,0 +1,59 @@
+# What run.sh and test.sh share. Sourced by them, with the current folder at the top of the tree.
+
+step() { printf '== %s\n' "$*"; }
+
+# Ends with a message when a command fails: name the step in $doing before each.
+doing="starting"
+trap 'status=$?; if [ $status -ne 0 ]; then printf "\nFAILED while %s (exit code %s).\n" "$doing" "$status" >&2; fi' EXIT
+
+build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev libqt6svg6-dev libgl-dev fonts-dejavu-core"
+test_packages="libgtest-dev nlohmann-json3-dev sigrok-cli dbus"
+screen_packages="xvfb xdotool imagemagick"
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        echo "Packages must be installed as root: run this script as root or install sudo." >&2
+        return 1
+    fi
+}
+
+# Installs those of the given Debian packages that are missing; says nothing when all are there.
+need() {
+    local missing="" package
+    for package in "$@"; do
+        dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing="$missing $package"
+    done
+    [ -z "$missing" ] && return 0
+    doing="installing the Debian packages:$missing"
+    step "$doing"
+    if ! command -v apt-get >/dev/null; then
+        echo "This isn't a Debian system (no apt-get). Install by hand what these stand for:$missing" >&2
+        return 1
+    fi
+    as_root apt-get update -qq
+    # shellcheck disable=SC2086
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
+}
+
+# Configures a preset and builds targets of it; the output shows only when it fails.
+build() {
+    local preset=$1 log
+    shift
+    mkdir -p build
+    log=build/$preset.log
+    doing="configuring the $preset build (see $log)"
+    if ! cmake --preset "$preset" ${configure_options:-} >"$log" 2>&1; then
+        tail -n 30 "$log" >&2
+        return 1
+    fi
+    doing="building the $preset build (see $log)"
+    step "Building ($preset)"
+    if ! cmake --build "build/$preset" ${1:+--target "$@"} >>"$log" 2>&1; then
+        grep -E -A5 'error:|FAILED:' "$log" | head -n 60 >&2
+        return 1
+    fi
+}

@@ -1,0 +1,66 @@
+#include "platform/PortDrivers.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <string_view>
+#include <utility>
+
+#include "platform/PortLog.h"
+#include "platform/PortTrace.h"
+#include "platform/RecordingPort.h"
+#include "platform/SimulatedPort.h"
+
+struct PortDriver {
+    std::string_view name;
+    std::string_view defaultDevice;
+    MadePort (*make)(const PortSettings& settings);   ///< Is given the device that holds, default or not.
+};
+
+static MadePort MakeSimulated(const PortSettings&) {
+    return {std::make_unique<SimulatedPort>(), ""};
+}
+
+static constexpr PortDriver drivers[] = {
+    {"simulated", "", MakeSimulated},
+};
+
+static MadePort MakeDriver(PortSettings settings) {
+    const auto* driver = std::ranges::find(drivers, settings.driver, &PortDriver::name);
+    if (driver == std::end(drivers))
+        return {std::make_unique<SimulatedPort>(), "unknown port driver '" + settings.driver +
+                                                       "' in tarnwick.ini: known are " + KnownDrivers() +
+                                                       "; the simulated port is used"};
+    if (settings.device.empty())
+        settings.device = driver->defaultDevice;
+    return driver->make(settings);
+}
+
+static std::string RecordPath(const std::string& appPath, const std::string& file) {
+    return (std::filesystem::path(appPath) / file).lexically_normal().string();
+}
+
+MadePort MakePort(const PortSettings& settings, const std::string& appPath) {
+    MadePort made = MakeDriver(settings);
+    if (settings.log.empty() && settings.trace.empty())
+        return made;
+    const std::string log = RecordPath(appPath, settings.log);
+    const std::string trace = RecordPath(appPath, settings.trace);
+    auto recording = std::make_unique<RecordingPort>(std::move(made.port));
+    if (!settings.log.empty())
+        recording->Add("log", log, std::make_unique<PortLog>());
+    if (!settings.log.empty() && trace == log)
+        made.message += (made.message.empty() ? "" : "; ") + ("LOG and TRACE in tarnwick.ini both name '" + log) +
+                        "': no trace is made";
+    else if (!settings.trace.empty())
+        recording->Add("trace", trace, std::make_unique<PortTrace>());
+    made.port = std::move(recording);
+    return made;
+}
+
+std::string KnownDrivers() {
+    std::string names;
+    for (const PortDriver& driver : drivers)
+        names += (names.empty() ? "" : ", ") + std::string(driver.name);
+    return names;
+}

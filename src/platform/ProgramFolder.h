@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+/// Where the program may find its files.
+struct FolderPlaces {
+    std::string executable;   ///< The folder of the executable.
+    std::string userData;     ///< The user's data folder, usually ~/.local/share.
+    std::string shipped;      ///< The folder of the part files that were installed.
+};
+
+struct ProgramFolder {
+    std::string appPath;   ///< Ends with a separator.
+    std::string message;   ///< What the user should know of it, or empty.
+};
+
+/// The folder of the part files and of tarnwick.ini: that of the executable if a tarnwick.ini lies there, so that
+/// program and files can be copied together; otherwise `tarnwick` under the user's data folder, filled from the
+/// shipped files where it doesn't exist yet.
+ProgramFolder OpenProgramFolder(const FolderPlaces& places);

@@ -1,0 +1,396 @@
+#include "platform/PrivateProfile.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <random>
+#include <thread>
+#include <vector>
+
+#include "FailingCalls.h"
+#include "ScratchFolder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::json;
+
+constexpr uid_t Nobody = 65534;
+
+// Cases whose answer isn't ours, with what is: the file is left as it was, since a save needs a new file beside it.
+const std::map<std::string, Json> ownAnswers = {{"set-017", {{"ret", 0}, {"after", "[s]\r\nk=v\r\n"}}}};
+
+void Put(const std::string& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+std::string Bytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// Files that nobody needs to survive a power cut: waiting for the disk is most of the time of a save.
+class NoFlush final : public FileCalls {
+public:
+    int Fsync(int /*file*/) override { return 0; }
+};
+
+// A byte stands as the character U+0000 to U+00FF, in UTF-8.
+std::string Bytes(const Json& text) {
+    std::string bytes;
+    for (const char c : text.get<std::string>()) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0xC0) {
+            bytes.push_back(static_cast<char>(byte << 6));
+        } else if (byte >= 0x80) {
+            bytes.back() = static_cast<char>(bytes.back() | (byte & 0x3F));
+        } else {
+            bytes.push_back(c);
+        }
+    }
+    return bytes;
+}
+
+// A string or NULL, as the calls take it.
+class Argument {
+public:
+    explicit Argument(const Json& text) : isNull_(text.is_null()), bytes_(isNull_ ? "" : Bytes(text)) {}
+    [[nodiscard]] const char* Get() const { return isNull_ ? nullptr : bytes_.c_str(); }
+
+private:
+    bool isNull_;
+    std::string bytes_;
+};
+
+std::string GetStep(const Json& step, const Json& answer, const std::string& path) {
+    constexpr char untouched = '\xA5';
+    const auto size = step["size"].get<std::uint32_t>();
+    std::string buffer(size + 16, untouched);
+    const std::uint32_t n =
+        GetPrivateProfileStringA(Argument(step["section"]).Get(), Argument(step["key"]).Get(),
+                                 Argument(step["default"]).Get(), buffer.data(), size, path.c_str());
+    std::string expected = Bytes(answer["out"]) + Bytes(answer["tail"]);
+    expected.resize(buffer.size(), untouched);
+    return n == answer["n"] && buffer == expected ? "" : std::to_string(n) + " " + buffer;
+}
+
+std::string SetStep(const Json& step, const Json& answer, const std::string& path) {
+    const bool ret = WritePrivateProfileStringA(Argument(step["section"]).Get(), Argument(step["key"]).Get(),
+                                                Argument(step["value"]).Get(), path.c_str());
+    const bool exists = fs::is_regular_file(path);
+    const bool same = answer["after"].is_null() ? !exists : exists && Bytes(path) == Bytes(answer["after"]);
+    return same && ret == (answer["ret"] == 1) ? "" : (ret ? "1 " : "0 ") + (exists ? Bytes(path) : "no file");
+}
+
+std::string RunStep(const std::string& id, const Json& step, const std::string& path) {
+    const Json& answer = ownAnswers.contains(id) ? ownAnswers.at(id) : step.value("alt", step);
+    if (step["op"] == "GET") {
+        return GetStep(step, answer, path);
+    }
+    if (step["op"] == "SET") {
+        return SetStep(step, answer, path);
+    }
+    if (step["op"] == "PUT") {
+        Put(path, Bytes(step["bytes"]));
+    } else if (step["op"] == "REMOVE") {
+        fs::remove(path);
+    } else {   // PAUSE: nothing here depends on time beyond a few clock ticks.
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return "";
+}
+
+void Prepare(const Json& file, const std::string& path) {
+    const std::string kind = file["kind"];
+    if (kind == "directory") {
+        fs::create_directory(path);
+    } else if (file.contains("bytes") && !file["bytes"].is_null()) {
+        Put(path, Bytes(file["bytes"]));
+    }
+    if (kind == "readonly") {
+        fs::permissions(path, fs::perms::owner_read);
+    } else if (kind.ends_with("readonly_folder")) {
+        fs::permissions(fs::path(path).parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
+    }
+}
+
+// What went wrong, or nothing.
+std::string RunCase(const Json& test) {
+    const ScratchFolder folder;
+    const std::string path = folder.File(test["file"]["kind"] == "absent_no_folder" ? "none/case.ini" : "case.ini");
+    Prepare(test["file"], path);
+    std::string faults;
+    int number = 0;
+    for (const Json& step : test["steps"]) {
+        ++number;
+        const std::string got = RunStep(test["id"], step, path);
+        if (!got.empty()) {
+            faults += "step " + std::to_string(number) + ": got " +
+                      Json(got).dump(-1, ' ', true, Json::error_handler_t::replace) + "\n";
+        }
+    }
+    fs::permissions(folder.AppPath(), fs::perms::owner_all);
+    return faults;
+}
+
+// Runs it in a process that isn't an administrator's: an administrator may write everywhere.
+std::string RunCaseAsNobody(const Json& test) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const bool changed = ::geteuid() != 0 || (::setgid(Nobody) == 0 && ::setuid(Nobody) == 0);
+        const std::string faults = changed ? RunCase(test) : "the rights couldn't be given up\n";
+        std::cerr << faults;
+        ::_exit(faults.empty() ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return status == 0 ? "" : "the process of the case failed";
+}
+
+TEST(PrivateProfile, AnswersTheRecordedCases) {
+    NoFlush calls;
+    const FileCallsInPlace inPlace(calls);
+    std::ifstream in(TEST_DATA_DIR "/ini_cases.json");
+    const Json cases = Json::parse(in)["cases"];
+    EXPECT_EQ(cases.size(), 468U);
+    for (const Json& test : cases) {
+        const std::string kind = test["file"]["kind"];
+        const bool needsNobody = kind.find("readonly") != std::string::npos;
+        EXPECT_EQ(needsNobody ? RunCaseAsNobody(test) : RunCase(test), "") << test["id"] << " " << test["note"] << "\n"
+                                                                           << test["steps"].dump(1);
+    }
+}
+
+struct Edit {
+    const char* fault;
+    std::string before;
+    const char* section;
+    const char* key;
+    const char* value;
+    std::string after;
+};
+
+TEST(PrivateProfile, ChangesOnlyWhatItIsTold) {
+    using std::string_literals::operator""s;
+    const std::vector<Edit> edits = {
+        {"UTF-16 letters outside the code page are lost", "\xFF\xFE[\0s\0]\0\n\0\xA9\x03=\0\xA9\x03\n\0k\0=\0\xA9\x03"s,
+         "s", "k", "\x80", "\xFF\xFE[\0s\0]\0\n\0\xA9\x03=\0\xA9\x03\n\0k\0=\0\xAC\x20\r\0\n\0"s},
+        {"a UTF-16 name is written through the code page", "\xFF\xFE[\0s\0]\0\n\0\xA9\x03=\0x\0\n\0"s, "s", "?", "y",
+         "\xFF\xFE[\0s\0]\0\n\0\xA9\x03=\0y\0\r\0\n\0"s},
+        {"half a UTF-16 character shifts the text", "\xFF\xFE[\0s\0]\0\n\0!"s, "s", "k", "",
+         "\xFF\xFE[\0s\0]\0\n\0k\0=\0\r\0\n\0!"s},
+        {"the mark of UTF-8 is lost", "\xEF\xBB\xBF[s]\r\nk=1\r\n", "s", "k", "2", "\xEF\xBB\xBF[s]\r\nk=2\r\n"},
+        {"a word is repeated as a key", "[s]\n k \nj=1\n", "s", "k", "2", "[s]\n k=2\r\nj=1\n"},
+        {"words and comments go with their section", "[s]\nword\n;c\nk=1\n[t]\n", "s", nullptr, nullptr,
+         "word\n;c\n[t]\n"},
+        {"a comment takes a key's value", "[s]\n;k=1\n", "s", ";k", "2", "[s]\n;k=2\r\n;k=1\n"},
+        {"a key in no section is changed", "k=1\n[]\nk=2\n", "", "k", "3", "k=1\n[]\nk=3\r\n"},
+        {"the key after a section with an open bracket is missed", "[s\nk=1", "s", "k", "2", "[s\nk=2\r\n"},
+        {"letters of the code page differ by case, or its signs don't", "[\x8A\x9F\xC4]\n\xD7=1\n\xF7=2\n",
+         "\x9A\xFF\xE4", "\xF7", "3", "[\x8A\x9F\xC4]\n\xD7=1\n\xF7=3\r\n"},
+        {"a line end in a name hides the key after it", "[s]\na=1\n[t]\n", "s", "x\n[u]\ny", "2",
+         "[s]\na=1\nx\n[u]\ny=2\r\n[t]\n"}};
+    for (const Edit& edit : edits) {
+        const ScratchFolder folder;
+        Put(folder.File("a.ini"), edit.before);
+        EXPECT_TRUE(WritePrivateProfileStringA(edit.section, edit.key, edit.value, folder.File("a.ini").c_str()));
+        EXPECT_EQ(folder.Read("a.ini"), edit.after) << edit.fault;
+    }
+}
+
+std::string Value(const std::string& path, const std::string& section, const std::string& key) {
+    std::array<char, 256> buffer{};
+    GetPrivateProfileStringA(section.c_str(), key.c_str(), "none", buffer.data(), buffer.size(), path.c_str());
+    return buffer.data();
+}
+
+TEST(PrivateProfile, TellsTheLineOfWhatAReadFinds) {
+    const ScratchFolder folder;
+    const std::string path = folder.File("a.ini");
+    Put(path, "; c\r\n\r\n[one]\rword\nk=1\r\nk=2\r\n[Two]\n[one]\nj=1");
+    const std::vector<std::tuple<const char*, const char*, int>> lines = {
+        {"ONE", " K ", 5}, {"one", "j", 3}, {"one", "word", 3}, {"two", "k", 7}, {"three", "k", 0}};
+    for (const auto& [section, key, line] : lines) {
+        EXPECT_EQ(PrivateProfileLine(section, key, path), line) << section << " " << key;
+    }
+    ASSERT_TRUE(WritePrivateProfileStringA("one", "new", "v", path.c_str()));
+    EXPECT_EQ(PrivateProfileLine("one", "new", path), 7);
+    EXPECT_EQ(PrivateProfileLine("two", "k", path), 8);
+}
+
+TEST(PrivateProfile, SeesAChangeByOthersAtOnce) {
+    const ScratchFolder folder;
+    const std::string path = folder.File("a.ini");
+    // Of the same length, in the same inode, and in a file system that counts whole seconds.
+    const timespec second = {std::time(nullptr), 0};
+    const std::array<timespec, 2> times = {second, second};
+    for (int i = 100; i < 120; ++i) {
+        Put(path, "[s]\nk=" + std::to_string(i) + "\n");
+        ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times.data(), 0), 0);
+        ASSERT_EQ(Value(path, "s", "k"), std::to_string(i));
+    }
+}
+
+TEST(PrivateProfile, ASnapshotHoldsTheFileAndTakesOwnWrites) {
+    const ScratchFolder folder;
+    const std::string path = folder.File("a.ini");
+    const std::string other = folder.AppPath() + "./a.ini";
+    Put(path, "[s]\na=1\nb=1\n");
+    {
+        const ProfileSnapshot snapshot(path);
+        Put(path, "[s]\na=2\nb=2\n");
+        FailingCalls calls(-1);
+        const FileCallsInPlace inPlace(calls);
+        for (int i = 0; i < 100; ++i) {
+            EXPECT_EQ(Value(path, "s", "a"), "1");
+        }
+        EXPECT_EQ(calls.Count(), 0);
+        EXPECT_EQ(Value(other, "s", "a"), "2");
+        EXPECT_TRUE(WritePrivateProfileStringA("s", "b", "3", other.c_str()));
+        EXPECT_EQ(Bytes(path), "[s]\na=2\nb=3\r\n");   // Nothing of what others wrote is lost.
+        EXPECT_EQ(Value(path, "s", "b"), "3") << "written under another name of the file";
+        EXPECT_TRUE(WritePrivateProfileStringA("s", "b", "4", path.c_str()));
+        EXPECT_EQ(Value(path, "s", "b"), "4");
+        for (int i = 0; i < 20; ++i) {
+            EXPECT_EQ(Value(folder.File(std::to_string(i)), "s", "a"), "none");
+        }
+        Put(path, "[s]\na=5\n");
+        EXPECT_EQ(Value(path, "s", "b"), "4") << "pushed out by reads of other files";
+    }
+    EXPECT_EQ(Value(path, "s", "a"), "5");
+}
+
+TEST(PrivateProfile, AnyFailingCallLeavesTheFileAndSaysWhy) {
+    const ScratchFolder folder;
+    const std::string path = folder.File("a.ini");
+    std::string failed = "first";
+    for (int n = 0; !failed.empty(); ++n) {
+        Put(path, "[s]\nk=1\n");
+        FailingCalls calls(n);
+        bool written = false;
+        {
+            const FileCallsInPlace inPlace(calls);
+            written = WritePrivateProfileStringA("s", "k", "2", path.c_str());
+        }
+        failed = calls.Failed();
+        EXPECT_EQ(Value(path, "s", "k"), written ? "2" : "1") << failed;
+        EXPECT_EQ(Bytes(path), written ? "[s]\nk=2\r\n" : "[s]\nk=1\n") << failed;
+        if (!written) {
+            const std::string reason = path + ": " + FileErrorText(calls.Error());
+            EXPECT_TRUE(PrivateProfileError() == "cannot read " + reason ||
+                        PrivateProfileError() == "cannot write " + reason)
+                << failed << ": " << PrivateProfileError();
+        }
+    }
+}
+
+TEST(PrivateProfile, SaysWhyAFileCannotBeRead) {
+    const ScratchFolder folder;
+    Put(folder.File("a.ini"), "");
+    ASSERT_EQ(::mkfifo(folder.File("pipe").c_str(), 0666), 0);
+    EXPECT_EQ(PrivateProfileReadError(folder.File("a.ini")), std::nullopt);
+    EXPECT_EQ(PrivateProfileReadError(folder.File("b.ini")), FileErrorText(ENOENT));
+    EXPECT_EQ(PrivateProfileReadError(folder.AppPath()), FileErrorText(EISDIR));
+    EXPECT_EQ(PrivateProfileReadError(folder.File("pipe")), "Not a regular file");   // And doesn't wait for it.
+}
+
+TEST(ProfileTransaction, GivesWhatSingleWritesGive) {
+    NoFlush calls;
+    const FileCallsInPlace inPlace(calls);
+    const ScratchFolder folder;
+    const std::vector<std::string> starts = {"", "x=0\n[a]\nk=1\nK=2\nword\n\n; c\n[b]\n[A]\nl=3", "\xEF\xBB\xBF",
+                                             "\xFF\xFE", "[b\nword\nk = 1\n\n[a]x\n;k=1"};
+    const std::vector<std::string> sections = {"a", " B ", "c", "[d]", "", "e\nk=1"};
+    const std::vector<std::string> keys = {"k", "L", "word", ";k", "[b]", "k=l", "", "\tm", "n\r[a]"};
+    const std::vector<std::string> values = {"", "1", " two ", "x\n", "y\nk=5", "z\n[a]\nl=6"};
+    std::mt19937 random(1);
+    const auto pick = [&](const std::vector<std::string>& from) { return from[random() % from.size()]; };
+    for (int round = 0; round < 300; ++round) {
+        const std::string& start = starts[static_cast<std::size_t>(round) % starts.size()];
+        Put(folder.File("one"), start);
+        Put(folder.File("all"), start);
+        ProfileTransaction transaction(folder.File("all"));
+        std::string log;
+        for (int i = 0; i < 12; ++i) {
+            const std::string section = pick(sections);
+            const std::string key = pick(keys);
+            const std::string value = pick(values);
+            log += Json({section, key, value}).dump();
+            WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), folder.File("one").c_str());
+            transaction.Write(section, key, value);
+        }
+        ASSERT_EQ(folder.Read("all"), start) << "written before its end";
+        ASSERT_TRUE(transaction.Commit());
+        ASSERT_EQ(folder.Read("all"), folder.Read("one")) << log;
+    }
+}
+
+TEST(ProfileTransaction, TouchesNothingWithoutAChangeAndCanStartEmpty) {
+    const ScratchFolder folder;
+    const std::string path = folder.File("a.ini");
+    EXPECT_TRUE(ProfileTransaction(path).Commit());
+    EXPECT_FALSE(fs::exists(path));
+    Put(path, "[s]\nk=1\r\n");
+    FailingCalls calls(-1, "open");
+    {
+        ProfileTransaction same(path);
+        same.Write("s", "k", "2");
+        same.Write("s", "k", "1");
+        const FileCallsInPlace inPlace(calls);
+        EXPECT_TRUE(same.Commit());
+        same.Write("s", "k", "3");
+        EXPECT_FALSE(same.Commit());
+    }
+    EXPECT_EQ(Bytes(path), "[s]\nk=1\r\n");
+    ProfileTransaction empty(path, ProfileTransaction::Start::Empty);
+    empty.Write("t", "a", "1");
+    empty.Write("s", "k", "2");
+    empty.Write("t", "b", "3");
+    EXPECT_TRUE(empty.Commit());
+    EXPECT_EQ(Bytes(path), "[t]\r\na=1\r\nb=3\r\n[s]\r\nk=2\r\n");
+}
+
+double Milliseconds(const std::function<void()>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+// The bounds are far above what it takes, and far below what work that grows with the square would take.
+TEST(ProfileTransaction, LargeFilesTakeTimeInProportion) {
+    const ScratchFolder folder;
+    const std::string path = folder.File("a.ini");
+    constexpr int count = 131'000;
+    const double writing = Milliseconds([&] {
+        ProfileTransaction transaction(path);
+        for (int i = 0; i < count; ++i) {
+            transaction.Write("s", "KEY" + std::to_string(i), std::to_string(i));
+        }
+        EXPECT_TRUE(transaction.Commit());
+    });
+    const auto readAll = [&] {
+        for (int i = 0; i < count; i += 5) {
+            ASSERT_EQ(Value(path, "S", "key" + std::to_string(i)), std::to_string(i));
+        }
+    };
+    const double reading = Milliseconds(readAll);
+    const ProfileSnapshot snapshot(path);
+    const double readingHeld = Milliseconds(readAll);
+    EXPECT_LT(writing, 5000);
+    EXPECT_LT(reading, 5000);
+    EXPECT_LT(readingHeld, 1000);
+}
+
+}   // namespace
