@@ -1,0 +1,66 @@
+#include "core/PartFile.h"
+
+#include "core/Errors.h"
+#include "core/Numbers.h"
+#include "core/PrivateSetting.h"
+
+PartFile::PartFile(std::string path, Problems& problems)
+    : path_(std::move(path)), problems_(problems), snapshot_(path_) {
+    if (const auto reason = PrivateProfileReadError(path_)) {
+        Report(Severity::Error, "", "",
+               "the part file can't be read: " + *reason + "; the device comes up with defaults and no registers");
+    }
+}
+
+std::string PartFile::Text(const std::string& section, const std::string& key, const std::string& defaultText) const {
+    return GetPrivateSetting(path_, section, key, defaultText);
+}
+
+template <class Convert>
+auto PartFile::Converted(const std::string& section, const std::string& key, const std::string& defaultText,
+                         Convert convert) -> decltype(convert(std::string())) {
+    try {
+        return convert(Text(section, key, defaultText));
+    } catch (const ConversionError& error) {
+        Report(Severity::Error, section, key,
+               std::string(error.what()) + "; the default \"" + defaultText + "\" is taken");
+    }
+    return convert(defaultText);
+}
+
+double PartFile::Double(const std::string& section, const std::string& key, const std::string& defaultText) {
+    return Converted(section, key, defaultText, [](const std::string& text) { return FileDouble(text); });
+}
+
+std::int32_t PartFile::Long(const std::string& section, const std::string& key, const std::string& defaultText) {
+    return Converted(section, key, defaultText, [](const std::string& text) { return FileLong(text); });
+}
+
+bool PartFile::Boolean(const std::string& section, const std::string& key, const std::string& defaultText) {
+    return Converted(section, key, defaultText, [](const std::string& text) { return FileBoolean(text); });
+}
+
+std::int16_t PartFile::Short(const std::string& section, const std::string& key, const std::string& defaultText,
+                             int lowest, int highest) {
+    return Converted(section, key, defaultText, [&](const std::string& text) {
+        const std::int16_t value = FileShort(text);
+        if (value < lowest || value > highest) {
+            throw ConversionError(std::to_string(value) + " is not within " + std::to_string(lowest) + " to " +
+                                  std::to_string(highest));
+        }
+        return value;
+    });
+}
+
+void PartFile::Report(Severity severity, const std::string& section, const std::string& key, const std::string& text) {
+    const int line = section.empty() ? 0 : PrivateProfileLine(section, key, path_);
+    problems_.Add({severity, path_, line, section, key, text});
+}
+
+std::string PartFile::Key(const char* property, int item) {
+    return property + ItemNumber(item);
+}
+
+std::string PartFile::Key(const char* property, int item, int entry) {
+    return property + ItemNumber(item) + ItemNumber(entry);
+}

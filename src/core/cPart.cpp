@@ -1,0 +1,197 @@
+#include "core/cPart.h"
+
+#include "core/BinaryString.h"
+#include "core/DeviceDisplay.h"
+#include "platform/EventPump.h"
+#include "platform/Port.h"
+
+namespace {
+
+class NoPort final : public Port {
+public:
+    bool OpenTVicPort() override { return false; }
+    void WritePort(std::uint16_t /*port*/, std::uint8_t /*value*/) override {}
+    void CloseTVicPort() override {}
+    [[nodiscard]] PortStatus Status() const override { return {false, "no port", "No port was opened.", 0}; }
+};
+
+class NoEvents final : public EventPump {
+public:
+    void DoEvents() override {}
+};
+
+NoPort noPort;
+NoEvents noEvents;
+DeviceDisplay noDisplay;
+
+}   // namespace
+
+cPart::cPart() : port_(&noPort), display_(&noDisplay), pump_(&noEvents) {
+    ResizePattern();
+}
+
+cPart::~cPart() = default;
+
+void cPart::RegisterLength(std::int16_t bits) {
+    registerLength_ = bits;
+    display_->RebuildRulers();
+    ResizePattern();
+}
+
+void cPart::SBIEnable(bool on) {
+    sbiEnable_ = on;
+    if (on) {
+        ResizePattern();
+    }
+}
+
+void cPart::AddRegister(const std::string& name, std::int32_t mask, double v, bool lowByte,
+                        const std::string& highLowRegister) {
+    auto made = std::make_unique<cRegister>(*this);
+    made->ID(name);
+    made->Mask(mask);
+    made->Value(v);
+    made->LowByte(lowByte);
+    made->HighLowRegister(highLowRegister);
+    display_->AddRegisterRow(registers_.Add(name, std::move(made)));
+}
+
+void cPart::AddProgramPin(const std::string& name, std::int16_t line) {
+    auto made = std::make_unique<cPrgmPin>(*this);
+    made->ID(name);
+    made->Position(line);
+    display_->AddPinBox(prgmPins_.Add(name, std::move(made)));
+}
+
+std::unique_ptr<cPrgmBits> cPart::MakeField(const std::string& name, const std::string& registerName,
+                                            std::int16_t start, std::int16_t length, bool display) {
+    auto made = std::make_unique<cPrgmBits>(*this);
+    made->ID(name);
+    made->Register(registerName);
+    made->Position(start);
+    made->Length(length);
+    made->Display(display);
+    return made;
+}
+
+void cPart::AddProgramBit(const std::string& name, const std::string& registerName, std::int16_t start,
+                          std::int16_t length, bool display, std::string_view group) {
+    const auto& added = prgmBits_.Add(name, MakeField(name, registerName, start, length, display));
+    if (display) {
+        display_->AddCheckBox(added, group);
+    }
+}
+
+void cPart::AddCounter(const std::string& name, const std::string& registerName, std::int16_t start,
+                       std::int16_t length, bool display, std::string_view group) {
+    const auto& added = prgmBits_.Add(name, MakeField(name, registerName, start, length, display));
+    if (display) {
+        display_->AddCounterBox(added, group);
+    }
+}
+
+void cPart::AddList(const std::string& prgmBitName, std::string_view group) {
+    display_->AddListBox(prgmBits_.At(prgmBitName), group);
+}
+
+void cPart::UpdatePLLDisplay() {
+    if (plls_.Count() == 0) {
+        return;
+    }
+    updating_ = true;
+    display_->ShowPLLs();
+    updating_ = false;
+}
+
+void cPart::UpdateRegisterDisplay() {
+    if (registers_.Count() == 0) {
+        return;
+    }
+    updating_ = true;
+    display_->ShowRegisters();
+    updating_ = false;
+}
+
+void cPart::UpdateBitDisplay() {
+    if (prgmBits_.Count() == 0) {
+        return;
+    }
+    updating_ = true;
+    display_->ShowBits();
+    updating_ = false;
+}
+
+void cPart::UpdatePortDisplay() {
+    if (id_.empty()) {
+        return;
+    }
+    updating_ = true;
+    clockPosition_ = clockPosition_ == 0 ? std::int16_t{1} : clockPosition_;
+    dataPosition_ = dataPosition_ == 0 ? std::int16_t{2} : dataPosition_;
+    lePosition_ = lePosition_ == 0 ? std::int16_t{4} : lePosition_;
+    display_->ShowPort();
+    updating_ = false;
+}
+
+void cPart::ShowBurst(bool vectors) {
+    updating_ = true;
+    display_->ShowBurst(vectors);
+    updating_ = false;
+}
+
+void cPart::UpdateBurstDisplay() {
+    ShowBurst(false);
+}
+
+void cPart::DisplayBurstVector() {
+    ShowBurst(true);
+}
+
+void cPart::UpdateDisplays() {
+    UpdatePLLDisplay();
+    UpdateBitDisplay();
+    UpdateRegisterDisplay();
+    UpdatePortDisplay();
+    UpdateBurstDisplay();
+}
+
+void cPart::ClearPLL() {
+    display_->ClearForm();
+    display_->RemovePLLPages();
+    lines_ = 0;
+    portPattern_.clear();
+    prgmBits_.Clear();
+    prgmPins_.Clear();
+    registers_.Clear();
+    plls_.Clear();
+    burstCmds_.Clear();
+    macroCmds_.Clear();
+    problems_.Clear();
+    items_ = {};
+    id_.clear();
+    UpdateDisplays();
+}
+
+std::string cPart::ConvertBase10(double d, std::string_view newBaseDigits) const {
+    return ToBase(d, newBaseDigits);
+}
+
+std::string cPart::ConvertBinaryToHex(std::string& binaryValue) const {
+    return BinaryToHex(binaryValue);
+}
+
+double cPart::BinaryToDecimal(std::string_view binaryValue) const {
+    return BinaryValue(binaryValue);
+}
+
+std::string cPart::BinaryStringAnd(std::string_view one, std::string_view two) const {
+    return BinaryAnd(one, two);
+}
+
+std::string cPart::BinaryStringOr(std::string_view one, std::string_view two) const {
+    return BinaryOr(one, two);
+}
+
+std::string cPart::BinaryStringNot(std::string_view one, std::optional<int> loopLen) const {
+    return BinaryNot(one, loopLen);
+}

@@ -1,0 +1,58 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The folders that each inner folder may include.
+const std::map<std::string, std::string> kInner = {{"platform", "platform"},
+                                                   {"core", "core platform"},
+                                                   {"pll", "pll core platform"},
+                                                   {"burst", "burst pll core platform"},
+                                                   {"settings", "settings burst pll core platform"}};
+
+/// What the line includes that the folder may not; empty if nothing.
+std::string Objection(const std::string& folder, const std::string& line) {
+    static const std::regex include(R"re(\s*#\s*include\s*[<"]([^>"]+)[>"].*)re");
+    static const std::regex qt("Q[A-Zt].*");
+    std::smatch found;
+    if (!std::regex_match(line, found, include)) {
+        return {};
+    }
+    const std::string name = found[1];
+    const std::string first = name.substr(0, name.find('/'));
+    const bool ours = first != name && fs::is_directory(fs::path(SOURCE_DIR) / "src" / first);
+    const bool further = ours && kInner.at(folder).find(first) == std::string::npos;
+    return further || std::regex_match(name, qt) ? name : "";
+}
+
+// Installed headers of Qt are found without its libraries, so that the linker alone doesn't see them.
+TEST(Layers, InnerFoldersIncludeNeitherQtNorWhatLiesFurtherOut) {
+    int files = 0;
+    for (const auto& [folder, allowed] : kInner) {
+        for (const auto& entry : fs::recursive_directory_iterator(fs::path(SOURCE_DIR) / "src" / folder)) {
+            if (folder == "platform" && entry.path().extension() != ".h") {
+                continue;
+            }
+            ++files;
+            std::ifstream in(entry.path());
+            for (std::string line; std::getline(in, line);) {
+                EXPECT_EQ(Objection(folder, line), "") << entry.path();
+            }
+        }
+    }
+    EXPECT_GT(files, 30) << "the sources weren't found";
+    EXPECT_EQ(Objection("core", "#include <QString>"), "QString");
+    EXPECT_EQ(Objection("core", "  #  include <QtCore/qstring.h>   // x"), "QtCore/qstring.h");
+    EXPECT_EQ(Objection("core", "#include \"pll/cPLL.h\""), "pll/cPLL.h");
+    EXPECT_EQ(Objection("burst", "#include \"settings/Modes.h\""), "settings/Modes.h");
+    EXPECT_EQ(Objection("core", "// #include \"pll/cPLL.h\""), "");
+}
+
+}   // namespace

@@ -1,0 +1,304 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/PartCheck.h"
+#include "core/PartFile.h"
+#include "core/PartFileReader.h"
+#include "core/PrivateSetting.h"
+#include "support/RecordingDisplay.h"
+#include "support/TempFolder.h"
+
+namespace {
+
+/// A file as it is written here: a line end for each "|".
+std::string Lines(std::string text) {
+    std::replace(text.begin(), text.end(), '|', '\n');
+    return text;
+}
+
+template <class List>
+std::string Joined(const List& list) {
+    std::ostringstream out;
+    for (const auto& entry : list) {
+        out << (&entry == &*list.begin() ? "" : ",") << entry;
+    }
+    return out.str();
+}
+
+/// A device read from a part file.
+struct ReadDevice {
+    cPart part;
+    RecordingDisplay display{part};
+
+    explicit ReadDevice(const std::string& path) {
+        part.UseDisplay(display);
+        PartFile file(path, part.FileProblems());
+        PartFileReader reader(part, file);
+        reader.ReadSetup();
+        reader.ReadPins();
+        reader.ReadRegisters();
+        reader.ReadBits();
+        CheckRegistersAndFields(part, file);
+    }
+
+    [[nodiscard]] std::string Messages() {
+        std::string all;
+        for (const Problem& problem : part.FileProblems().All()) {
+            all += problem.Message() + '\n';
+        }
+        return all;
+    }
+
+    /// All that was read, a line for each item.
+    [[nodiscard]] std::string Held() {
+        std::ostringstream out;
+        out.precision(17);
+        out << "setup " << part.RegisterLength() << ' ' << part.ControlLength() << ' ' << part.PortAddress() << ' '
+            << part.ClockPosition() << ' ' << part.DataPosition() << ' ' << part.LEPosition()
+            << (part.SBIEnable() ? " sbi" : "") << (part.HighByte() ? " pairs" : "")
+            << (part.InvertClock() ? " inverted" : "");
+        for (const cPrgmPin& pin : part.PrgmPins()) {
+            out << "\npin " << pin.ID() << ' ' << pin.Position() << (pin.Enabled() ? " on" : " off");
+        }
+        for (const cRegister& one : part.Registers()) {
+            out << "\nregister " << one.ID() << ' ' << one.Mask() << ' ' << one.Value()
+                << (one.LowByte() ? " low/" : " high/") << one.HighLowRegister();
+        }
+        for (const cPrgmBits& f : part.PrgmBits()) {
+            out << "\nfield " << f.ID() << " in " << f.Register() << ' ' << f.Position() << '+' << f.Length()
+                << (f.Display() ? " shown " : " ") << f.MinimumValue() << ' ' << f.MaximumValue() << ' '
+                << f.ZeroValue() << ' ' << f.StepValue() << " link/" << f.LinkedBits() << " mirror/" << f.MirrorBits()
+                << " step/" << f.StepValueBitName() << " greater/" << f.GreaterBitName() << (f.Polarity() ? " sign " : " ")
+                << f.PolarityPosition() << (f.PolarityInverted() ? " signinv" : "") << (f.DataInverted() ? " inv" : "")
+                << " [" << Joined(f.ValueList()) << "] [" << Joined(f.StringList()) << "] " << f.Description();
+        }
+        return out.str();
+    }
+};
+
+TEST(PartFile, WhatIsMissingHasDefaults) {
+    const TempFolder folder;
+    ReadDevice none(folder.Path("none.ini"));
+    EXPECT_EQ(none.Held(), "setup 24 3 888 1 2 4");
+    EXPECT_EQ(none.display.Take(), (std::vector<std::string>{"RebuildRulers 24", "version a|No ini description"}));
+    ASSERT_EQ(none.part.FileProblems().Count(), 1) << none.Messages();
+    EXPECT_EQ(none.part.FileProblems().All()[0].line, 0);
+
+    ReadDevice device(folder.File("x.ini", Lines("[PINS]|COUNT=2|[REGISTERS]|COUNT=2|[BITS]|COUNT=2|")));
+    EXPECT_EQ(device.Held(), Lines("setup 24 3 888 1 2 4|pin Pin00 3 off|pin Pin01 3 off"
+                                   "|register Reg00 3 0 low/|register Reg01 3 1 low/"
+                                   "|field Reg00 in Reg01 1+1 0 0 0 1 link/ mirror/ step/ greater/ 0 [0] [] "
+                                   "|field Reg01 in Reg00 1+1 0 0 0 1 link/ mirror/ step/ greater/ 0 [0] [] "));
+    EXPECT_TRUE(device.part.Registers().At(1).Change()) << "a new register is to be sent";
+}
+
+TEST(PartFile, AFieldWithoutRegisterTakesTheNameBefore) {
+    const TempFolder folder;
+    for (const auto& [items, name] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"", ""},
+             {"[PINS]|COUNT=2|NAME01=CE|", "CE"},
+             {"[PINS]|COUNT=1|[REGISTERS]|COUNT=1|NAME00=MAIN|", "MAIN"},
+             {"[REGISTERS]|COUNT=2|NAME00=MAIN|NAME01=MAIN|", "MAIN"}}) {
+        ReadDevice device(folder.File("x.ini", Lines(std::string(items) + "[BITS]|COUNT=2|NAME01=G|REG01=Q|")));
+        EXPECT_EQ(device.part.PrgmBits().At(1).Register(), name);
+        EXPECT_EQ(device.part.PrgmBits().At("G").Register(), "Q");
+    }
+}
+
+TEST(PartFile, ReadsEveryKey) {
+    const TempFolder folder;
+    ReadDevice device(folder.File("x.ini", Lines(
+        "[SETUP]|REGISTER_LENGTH=53|CONTROL_LENGTH=0|ADDRESS=&HFFFC|CLOCK=&H100|DATA=512|LE=2048|SBI=-1|HIGHBYTE=true"
+        "|INVERTCLOCK=2|VERSION=1.5|VERSION_DESCRIPTION= For board B"
+        "|[PINS]|COUNT=1|NAME00=Trigger|LOCATION00=11|ENABLED00=TRUE"
+        "|[REGISTERS]|COUNT=1|NAME00=M|MASK00=&HFFFFFFFF|VALUE00=9007199254740991|LOWBYTE00=0|HIGHLOWREGISTER00=L"
+        "|[BITS]|COUNT=5|REG00=M|NAME00=A|POS00=4|LEN00=8|DISPLAY00=TRUE|FRAME00=Frame one|TYPE00=Counter"
+        "|MINIMUMVALUE00=-2.5|MAXIMUMVALUE00=1e3|ZEROVALUE00=0.5|STEPVALUE00=&H10|UNITS00=kHz|LINKEDBITS00=B"
+        "|MIRRORBITS00=C|STEPVALUEBITNAME00=D|DESCRIPTION00=What A does; and more|GREATERBITS00=E|GREATERTHAN00=FALSE"
+        "|POLARITY00=1|POLARITYPOSITION00=52|POLARITYINVERTED00=TRUE|DATAINVERTED00=TRUE"
+        "|NAME01=B|REG01=M|TYPE01=Bit|DISPLAY01=1|NAME02=C|REG02=M|TYPE02=List|DISPLAY02=TRUE|COUNT02=2"
+        "|NAME03=D|REG03=M|DISPLAY03=TRUE|TYPE03=Bits|NAME04=E|REG04=M|TYPE04=bit|DISPLAY04=TRUE|")));
+    const std::string rest = " 1+1 0 0 0 1 link/ mirror/ step/ greater/ 0 [0] [";
+    EXPECT_EQ(device.Held(), Lines("setup 53 0 -4 256 512 2048 sbi pairs inverted|pin Trigger 11 on"
+                                   "|register M -1 9007199254740991 high/L|field A in M 4+8 shown -2.5 1000 0.5 16 link/B "
+                                   "mirror/C step/D greater/E sign 52 signinv inv [0] [] What A does; and more|field B in M"
+                                   " 1+1 shown 0 0 0 1 link/ mirror/ step/ greater/ 0 [0] [] |field C in M") +
+                                 rest + Lines("00,01] |field D in M") + rest + Lines("] |field E in M") + rest + "] ");
+    // Only the three exact types have a control; a list gets it with its list.
+    EXPECT_EQ(device.display.Take(),
+              (std::vector<std::string>{"RebuildRulers 53", "version 1.5|For board B", "pin Trigger", "row M",
+                                        "count A/0 in Frame one", "check B/0 in Frame", "list C/2 in Frame"}));
+}
+
+TEST(PartFile, Lists) {
+    const TempFolder folder;
+    for (const auto& [keys, lists] : std::initializer_list<std::pair<std::string, std::string>>{
+             {"COUNT00=3|VAL0000=Off|VAL0002=Auto|", "[0] [Off,01,Auto]"},
+             {"COUNT00=3|FORMAT00=Number|VAL0000=1.5|VAL0001=&H10|", "[1.5,16,2] []"},
+             {"COUNT00=2|FORMAT00=string|VAL0000=7|VAL0001=8|", "[7,8] []"},
+             {"COUNT00=2|FORMAT00=D|VAL0000=7|VAL0001=8|COUNTB00=2|VALB0001=5|", "[7,8] [00,5]"},
+             {"COUNT00=2|FORMAT00=D|VAL0000=7|VAL0001=8|COUNTB00=1|VALB0000=5|", "[7,8] [5]"},
+             {"COUNT00=2|VAL0000=a|VAL0001=b|COUNTB00=2|VALB0000=5|", "[0] [a,b]"},
+             {"COUNT00=0|VAL0000=a|FORMAT00=D|COUNTB00=2|", "[0] []"},
+             {"COUNT00=-1|", "[0] []"}}) {
+        ReadDevice device(folder.File("x.ini", Lines("[BITS]|COUNT=1|NAME00=F|" + keys)));
+        EXPECT_NE(device.Held().find(lists), std::string::npos) << keys << device.Held();
+    }
+    ReadDevice many(folder.File("x.ini", Lines("[BITS]|COUNT=101|COUNT100=101|VAL100100=last|VAL10009=ten|")));
+    EXPECT_EQ(many.part.PrgmBits().At("Reg100").StringList()[100], "last");
+    EXPECT_EQ(many.part.PrgmBits().At("Reg100").StringList()[9], "ten");
+}
+
+TEST(PartFile, ValuesOfAnyLength) {
+    const TempFolder folder;
+    for (const std::size_t length : {0U, 1U, 253U, 254U, 255U, 256U, 510U, 511U, 5000U}) {
+        const std::string value(length, 'x');
+        const std::string path = folder.File("x.ini", "[S]\nK=" + value + "\n");
+        EXPECT_EQ(GetPrivateSetting(path, "S", "K", "default"), value) << length;
+        EXPECT_EQ(GetPrivateSetting(path, "S", "L", value), value) << length;
+    }
+}
+
+const std::string kSound = "[REGISTERS]|COUNT=1|NAME00=R|MASK00=0|";
+const std::string kPins = "[PINS]|COUNT=2|NAME00=CE|";
+const std::string kField = kSound + "[BITS]|COUNT=1|REG00=R|NAME00=F|POS00=0|";
+const std::string kFields = kSound + "[BITS]|COUNT=2|REG00=R|NAME00=F|POS00=0|LEN00=4|REG01=R|NAME01=G|LEN01=4|";
+const std::string kPair = "[SETUP]|HIGHBYTE=TRUE|[REGISTERS]|COUNT=2|NAME00=H|LOWBYTE00=FALSE|NAME01=L|HIGHLOWREGISTER01=H|";
+
+struct Fault {
+    std::string file;
+    const char* section;
+    const char* key;
+    const char* said;
+    Severity severity = Severity::Error;
+};
+
+/// A value that doesn't convert or doesn't fit, or a name that is taken: as if the key, or the item, weren't there.
+const std::vector<Fault> kRefused = {
+    {"[SETUP]|REGISTER_LENGTH=eight|", "SETUP", "REGISTER_LENGTH", "\"eight\" is no whole number"},
+    {"[SETUP]|REGISTER_LENGTH=|", "SETUP", "REGISTER_LENGTH", "the default \"24\""},
+    {"[SETUP]|REGISTER_LENGTH=0|", "SETUP", "REGISTER_LENGTH", "0 is not within 1 to 53"},
+    {"[SETUP]|REGISTER_LENGTH=54|", "SETUP", "REGISTER_LENGTH", "54 is not within 1 to 53"},
+    {"[SETUP]|SBI=FALSE|ADDRESS=70000|", "SETUP", "ADDRESS", "70000 doesn't fit"},
+    {"[SETUP]|CLOCK=&H10000|", "SETUP", "CLOCK", "\"&H10000\" has more than 16 bits"},
+    {"[SETUP]|INVERTCLOCK=maybe|", "SETUP", "INVERTCLOCK", "\"maybe\" is neither TRUE nor FALSE"},
+    {"[PINS]|COUNT=many|", "PINS", "COUNT", "\"many\""},
+    {kPins + "LOCATION00=12|", "PINS", "LOCATION00", "12 is not within 0 to 11"},
+    {"[REGISTERS]|COUNT=1|MASK00=&H1FFFFFFFF|", "REGISTERS", "MASK00", "more than 32 bits"},
+    {"[REGISTERS]|COUNT=2|VALUE01=1,5|", "REGISTERS", "VALUE01", "\"1,5\" is no number"},
+    {kField + "STEPVALUE00=x|", "BITS", "STEPVALUE00", "the default \"1\""},
+    {kField + "COUNT00=2|FORMAT00=D|VAL0001=x|", "BITS", "VAL0001", "the default \"01\""},
+};
+
+/// What is read as it stands though it can't be as it was meant.
+const std::vector<Fault> kKept = {
+    {kPins + "NAME01=CE|ENABLED01=TRUE|", "PINS", "NAME01", "same name"},
+    {"[REGISTERS]|COUNT=2|NAME00=A|VALUE00=7|NAME01=A|VALUE01=8|", "REGISTERS", "NAME01", "same name"},
+    {kSound + "[BITS]|COUNT=2|REG00=R|NAME00=F|NAME01=F|COUNT01=2|", "BITS", "NAME01", "same name"},
+    {kSound + "[BITS]|COUNT=1|REG00=Q|", "BITS", "REG00", "no register called 'Q'"},
+    {kSound + "[BITS]|COUNT=2|REG00=R|NAME00=F|POS01=3|", "BITS", "REG01", "no register called 'F'"},
+    {kFields + "POS01=4|LINKEDBITS01=FF|", "BITS", "LINKEDBITS01", "did you mean 'F'?"},
+    {kField + "MIRRORBITS00=X|", "BITS", "MIRRORBITS00", "no bit field called 'X'"},
+    {kField + "STEPVALUEBITNAME00=X|", "BITS", "STEPVALUEBITNAME00", "no bit field called 'X'"},
+    {kField + "GREATERBITS00=X|", "BITS", "GREATERBITS00", "no bit field called 'X'"},
+    {kField + "LEN00=25|", "BITS", "POS00", "reaches bit 24"},
+    {kField + "LEN00=32767|", "BITS", "POS00", "reaches bit 32766"},
+    {kField + "LEN00=0|", "BITS", "LEN00", "counts from 1"},
+    {kSound + "[BITS]|COUNT=1|REG00=R|POS00=-2|COUNT00=2|", "BITS", "POS00", "-2 is no bit"},
+    {kSound + "[BITS]|COUNT=1|REG00=R|POS00=-1|", "BITS", "POS00", "constant"},
+    {kField + "POLARITY00=TRUE|POLARITYPOSITION00=24|", "BITS", "POLARITYPOSITION00", "sign bit"},
+    {kField + "LEN00=2|COUNT00=3|", "BITS", "COUNT00", "3 entries", Severity::Warning},
+    {kField + "LEN00=2|COUNT00=3|FORMAT00=D|COUNTB00=2|", "BITS", "COUNTB00", "3 values but 2 codes"},
+    {kField + "COUNT00=2|FORMAT00=D|COUNTB00=2|VALB0001=x|", "BITS", "VALB0001", "\"x\""},
+    {kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Counter|DISPLAY01=TRUE|POS01=3|", "BITS", "POS01", "share bits of 'R'",
+     Severity::Warning},
+    {kFields + "TYPE00=Bit|DISPLAY00=TRUE|POLARITY00=TRUE|POLARITYPOSITION00=7|TYPE01=List|POS01=4|", "BITS", "POS01",
+     "share bits of 'R'", Severity::Warning},
+    {kFields + "POS01=4|MIRRORBITS00=G|MIRRORBITS01=F|", "BITS", "MIRRORBITS01", "back to itself", Severity::Warning},
+    {kFields + "POS01=4|LINKEDBITS00=G|GREATERBITS01=F|", "BITS", "GREATERBITS01", "back to itself", Severity::Warning},
+    {kField + "STEPVALUEBITNAME00=F|", "BITS", "STEPVALUEBITNAME00", "back to itself", Severity::Warning},
+    {kPair + "HIGHLOWREGISTER00=X|", "REGISTERS", "HIGHLOWREGISTER00", "no register called 'X'"},
+    {kPair + "HIGHLOWREGISTER00=H|", "REGISTERS", "HIGHLOWREGISTER00", "no pair"},
+    {kPair + "HIGHLOWREGISTER00=L|COUNT=3|NAME02=M|HIGHLOWREGISTER02=H|", "REGISTERS", "HIGHLOWREGISTER02", "which names 'L'",
+     Severity::Warning},
+};
+
+/// The line of the key, or of its section's header without one.
+int LineOf(const std::string& contents, const std::string& section, const std::string& key) {
+    const std::string text = '\n' + contents;
+    const auto at = std::min(text.find('\n' + key + '='), text.size());
+    const auto found = at < text.size() ? at : text.find("\n[" + section + ']');
+    return 1 + static_cast<int>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(found), '\n'));
+}
+
+void CheckReport(const Fault& row, const std::string& path, ReadDevice& device) {
+    ASSERT_EQ(device.part.FileProblems().Count(), 1) << device.Messages();
+    const Problem& problem = device.part.FileProblems().All()[0];
+    EXPECT_EQ(problem.Message(), path + ':' + std::to_string(LineOf(Lines(row.file), row.section, row.key)) + ": " +
+                                     SeverityName(row.severity) + ": [" + row.section + "] " + row.key + ": " +
+                                     problem.text);
+    EXPECT_EQ(device.part.FileProblems().Count(Severity::Error), row.severity == Severity::Error ? 1 : 0);
+    EXPECT_NE(problem.text.find(row.said), std::string::npos) << problem.text;
+}
+
+TEST(PartFile, ARefusedValueIsReportedAndLeavesTheDefault) {
+    const TempFolder folder;
+    for (const Fault& row : kRefused) {
+        SCOPED_TRACE(row.file);
+        const std::string path = folder.File("x.ini", Lines(row.file));
+        ReadDevice device(path);
+        CheckReport(row, path, device);
+        const auto start = row.file.rfind(std::string("|") + row.key);
+        const auto end = row.file.find('|', start + 1);
+        const std::string without = row.file.substr(0, start) + row.file.substr(end);
+        EXPECT_EQ(device.Held(), ReadDevice(folder.File("x.ini", Lines(without))).Held());
+    }
+}
+
+TEST(PartFile, WhatCannotBeAsMeantIsReported) {
+    const TempFolder folder;
+    for (const Fault& row : kKept) {
+        SCOPED_TRACE(row.file);
+        const std::string path = folder.File("x.ini", Lines(row.file));
+        ReadDevice device(path);
+        CheckReport(row, path, device);
+    }
+    ReadDevice pins(folder.File("x.ini", Lines(kKept[0].file)));
+    EXPECT_EQ(pins.Held(), Lines("setup 24 3 888 1 2 4|pin CE 3 off")) << "the second of a name has no effect";
+    ReadDevice registers(folder.File("x.ini", Lines(kKept[1].file)));
+    EXPECT_EQ(registers.Held(), Lines("setup 24 3 888 1 2 4|register A 3 7 low/"));
+    ReadDevice fields(folder.File("x.ini", Lines(kKept[2].file)));
+    EXPECT_EQ(fields.part.PrgmBits().Count(), 1);
+    EXPECT_EQ(fields.part.PrgmBits().At("F").ArrayCount(), 0);
+}
+
+TEST(PartFile, WhatIsMeantIsNotReported) {
+    const TempFolder folder;
+    for (const std::string& contents :
+         {kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Bit|POS01=3|",
+          kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Bit|DISPLAY01=TRUE|POS01=3|MIRRORBITS01=F|",
+          kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Bit|DISPLAY01=TRUE|POS01=4|",
+          kFields + "POS01=4|LINKEDBITS00=G|MIRRORBITS00=G|GREATERBITS00=G|", kField + "LEN00=2|COUNT00=4|",
+          kField + "LEN00=4|COUNT00=2|FORMAT00=D|COUNTB00=2|", kSound + "[BITS]|COUNT=1|REG00=R|NAME00=|",
+          kSound + "[BITS]|COUNT=1|REG00=|POS00=-1|LEN00=0|COUNT00=2|", kPair + "HIGHLOWREGISTER00=L|",
+          "[REGISTERS]|COUNT=1|LOWBYTE00=FALSE|HIGHLOWREGISTER00=X|MASK00=-1|VALUE00=-2.5|", std::string()}) {
+        EXPECT_EQ(ReadDevice(folder.File("x.ini", Lines(contents))).Messages(), "") << contents;
+    }
+    int shipped = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(PARTS_DIR)) {
+        if (entry.path().filename().string().starts_with("QRV")) {
+            ReadDevice device(entry.path().string());
+            EXPECT_EQ(device.Messages(), "");
+            EXPECT_GT(device.part.PrgmBits().Count(), 0) << entry.path();
+            ++shipped;
+        }
+    }
+    EXPECT_GT(shipped, 0);
+}
+
+}   // namespace
