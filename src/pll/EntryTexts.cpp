@@ -1,0 +1,221 @@
+#include "pll/EntryTexts.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+#include "core/Numbers.h"
+#include "core/cPart.h"
+#include "pll/cPLL.h"
+
+namespace {
+
+struct Row {
+    const char* name;
+    const char* unit;   ///< With the blank in front; empty for a count.
+    bool ppm;           ///< A relative miss means something.
+};
+
+constexpr std::array<Row, 7> kRows{{
+    {"Reference frequency in MHz", " MHz", true},
+    {"VCO frequency in MHz", " MHz", true},
+    {"Phase detector frequency in kHz", " kHz", true},
+    {"Value of the R counter", "", false},
+    {"Value of the N counter", "", true},
+    {"Numerator of the fraction", "", false},
+    {"Denominator of the fraction", "", false},
+}};
+
+const Row& RowOf(EntryBox box) {
+    return kRows.at(static_cast<std::size_t>(box));
+}
+
+/// General decimal text with so many significant digits.
+std::string Digits(double value, int digits) {
+    std::array<char, 40> buffer{};
+    const auto written =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific, digits - 1);
+    return GeneralText(ParseNumber({buffer.data(), written.ptr}).value_or(value));
+}
+
+std::string Signed(double value, int digits) {
+    return (value > 0 ? "+" : "") + Digits(value, digits);
+}
+
+struct Range {
+    double low;
+    double high;
+};
+
+std::optional<Range> Within(const std::vector<double>& values) {
+    const auto [low, high] = std::minmax_element(values.begin(), values.end());
+    return Range{*low, *high};
+}
+
+std::optional<Range> TextRange(const std::vector<std::string>& texts) {
+    std::vector<double> values;
+    for (const std::string& text : texts) {
+        const auto number = ParseNumber(text);
+        if (!number) {
+            return std::nullopt;
+        }
+        values.push_back(*number);
+    }
+    return Within(values);
+}
+
+/// What the field's Value can be; nothing for a constant and a list of words.
+std::optional<Range> RangeOf(const cPrgmBits& field) {
+    if (field.Position() < 0) {
+        return std::nullopt;
+    }
+    if (field.HasValueList()) {
+        return Within(field.ValueList());
+    }
+    if (field.HasStringList()) {
+        return TextRange(field.StringList());
+    }
+    const double most = field.Maximum();
+    const double high = field.MaximumValue() > 0 ? std::min(most, field.MaximumValue()) : most;
+    const double low = field.Polarity() ? -most : field.ZeroValue();
+    return Range{std::max(low, field.MinimumValue()), high};
+}
+
+bool IsList(const cPrgmBits& field) {
+    return field.HasValueList() || field.HasStringList();
+}
+
+std::string RangeText(const std::optional<Range>& range, const char* unit) {
+    if (!range || !(range->low <= range->high)) {
+        return {};
+    }
+    return ", " + Digits(range->low, 9) + " to " + Digits(range->high, 9) + unit;
+}
+
+std::string StepText(const std::string& step) {
+    return ", in steps of " + step;
+}
+
+std::string CounterHint(const cPLL& pll, const std::string& fieldName) {
+    const cPrgmBits& field = pll.Part().PrgmBits().At(fieldName);
+    return (IsList(field) ? "" : StepText(GeneralText(field.EffectiveStepValue()))) + RangeText(RangeOf(field), "");
+}
+
+/// What N can be, the fraction included.
+std::optional<Range> RangeOfN(const cPLL& pll) {
+    auto range = RangeOf(pll.Part().PrgmBits().At(pll.NCounterName()));
+    if (range && !pll.NumeratorName().empty() && pll.DenValue() > 0) {
+        range->high += 1 - 1.0 / pll.DenValue();
+    }
+    return range;
+}
+
+std::string NHint(cPLL& pll) {
+    if (pll.NumeratorName().empty()) {
+        return CounterHint(pll, pll.NCounterName());
+    }
+    const std::int32_t denominator = pll.DenValue();
+    const std::string step = denominator > 1 ? "1/" + std::to_string(denominator) : "1";
+    return StepText(step) + RangeText(RangeOfN(pll), "");
+}
+
+std::string VCOHint(cPLL& pll) {
+    auto range = RangeOfN(pll);
+    if (range) {
+        const double megahertz = pll.PDFrequency() / 1e3;
+        *range = {range->low * megahertz, range->high * megahertz};
+    }
+    return StepText(HertzText(pll.Resolution())) + RangeText(range, " MHz");
+}
+
+/// The phase detector frequency has no fixed step: the one to the next R tells how fine it is here.
+std::string FpdHint(cPLL& pll) {
+    const double kilohertz = pll.PDFrequency();
+    const double r = pll.RValue();
+    const double reference = kilohertz * r;
+    const cPrgmBits& field = pll.Part().PrgmBits().At(pll.RCounterName());
+    const auto counter = RangeOf(field);
+    std::string text = ": the reference over R";
+    if (!IsList(field) && field.EffectiveStepValue() > 0) {
+        const double next = reference / (r + field.EffectiveStepValue());
+        text += ", here in steps of " + HertzText((kilohertz - next) * 1e3);
+    }
+    if (counter && counter->high > 0) {
+        text += RangeText(Range{reference / counter->high, reference / std::max(counter->low, 1.0)}, " kHz");
+    }
+    return text;
+}
+
+std::string NumeratorHint(cPLL& pll) {
+    std::string text = CounterHint(pll, pll.NumeratorName());
+    return text + "; one count is " + HertzText(pll.Resolution()) + " at the VCO";
+}
+
+std::string Details(cPLL& pll, EntryBox box) {
+    switch (box) {
+        case EntryBox::Osc:
+            return ", above 0";
+        case EntryBox::VCO:
+            return VCOHint(pll);
+        case EntryBox::Fpd:
+            return FpdHint(pll);
+        case EntryBox::RCounter:
+            return CounterHint(pll, pll.RCounterName());
+        case EntryBox::NCounter:
+            return NHint(pll);
+        case EntryBox::FractNum:
+            return NumeratorHint(pll);
+        case EntryBox::FractDen:
+            return CounterHint(pll, pll.DenominatorName());
+    }
+    return {};
+}
+
+}   // namespace
+
+std::string HertzText(double hertz) {
+    struct Scale {
+        double from;
+        const char* unit;
+    };
+    constexpr std::array<Scale, 6> kScales{
+        {{1e9, " GHz"}, {1e6, " MHz"}, {1e3, " kHz"}, {1, " Hz"}, {1e-3, " mHz"}, {1e-6, " uHz"}}};
+    const double magnitude = std::fabs(hertz);
+    if (magnitude == 0 || !std::isfinite(hertz)) {
+        return GeneralText(hertz) + " Hz";
+    }
+    for (const Scale& scale : kScales) {
+        if (magnitude >= scale.from) {
+            return Digits(hertz / scale.from, 6) + scale.unit;
+        }
+    }
+    return Digits(hertz / kScales.back().from, 6) + kScales.back().unit;
+}
+
+std::string EntryNote(const EntryResult& result, EntryBox box) {
+    if (result.Refused()) {
+        return result.refusal;
+    }
+    if (!result.asked || !result.reached || GeneralText(*result.asked) == GeneralText(*result.reached)) {
+        return {};
+    }
+    const Row& row = RowOf(box);
+    const double miss = *result.reached - *result.asked;
+    const bool count = *row.unit == '\0';
+    std::string text = "asked " + GeneralText(*result.asked) + row.unit + ", reached " + GeneralText(*result.reached) +
+                       row.unit + ": " + (count ? Signed(miss, 6) : "");
+    if (result.hertzPerUnit != 0) {
+        text += (count ? ", " : "") + Signed(miss * result.hertzPerUnit, 6) + " Hz";
+    }
+    if (row.ppm && *result.asked != 0) {
+        text += ", " + Signed(miss / std::fabs(*result.asked) * 1e6, 4) + " ppm";
+    }
+    return text;
+}
+
+std::string EntryHint(cPart& part, int pllIndex, EntryBox box) {
+    std::string text = RowOf(box).name;
+    IgnoringFailures([&] { text += Details(part.PLLs().At(pllIndex + 1), box); });
+    return text;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string_view>
+
+#include "pll/FollowUp.h"
+#include "pll/FrequencyEntry.h"
+#include "pll/Outcome.h"
+
+class cPart;
+class cPLL;
+
+/// The commands of the menu "Step Frequency", on the PLL of the current page.
+enum class StepCommand : unsigned char { NDec, IncN, NDec10, NInc10, DecFrac, IncFrac };
+
+/// N goes by 1 or 10 through the VCO frequency: by as many phase detector frequencies as the text of txtFpd says
+/// (kHz). If that is no number the PLL stays as it is and the result says so. The numerator goes by one count of
+/// its field, without carry; not handled on an integer PLL.
+///
+/// Handled with a device loaded that has a PLL of that index, counted from 0.
+Outcome RunStep(cPart& part, int pllIndex, StepCommand command, std::string_view fpdText);
+
+/// "Set VCO Frequency" and its two neighbours, for EntryBox VCO, Fpd and Osc: applies the box's text as it is; a
+/// negative reference stays negative. Handled with a device loaded.
+EntryResult SetFrequency(cPart& part, int pllIndex, EntryBox box, std::string_view text);
+
+/// Adds `steps` times the phase detector frequency in `fpdText` (kHz), 1 or 10, up or down, to the VCO frequency.
+/// ConversionError, with nothing changed, if the text is no number.
+void StepVCO(cPLL& pll, std::string_view fpdText, int steps);
+
+/// The PLL with that index, counted from 0; null without one, and with no device loaded.
+[[nodiscard]] cPLL* LoadedPLL(cPart& part, int pllIndex);
+
+inline constexpr FollowUp kAfterStep = kRegistersFirst;
+inline constexpr FollowUp kAfterSet{{FollowUpStep::ShowPLLs, FollowUpStep::Load}};
