@@ -1,0 +1,48 @@
+#include "settings/DeviceSetup.h"
+
+#include "core/DeviceDisplay.h"
+#include "core/PartCheck.h"
+#include "core/PartFile.h"
+#include "core/PartFileReader.h"
+#include "core/cPart.h"
+#include "pll/PLLSection.h"
+#include "settings/Modes.h"
+#include "settings/PartFilePath.h"
+
+namespace {
+
+void ReadPartFile(cPart& part, const std::string& path) {
+    PartFile file(path, part.FileProblems());
+    PartFileReader reader(part, file);
+    reader.ReadSetup();
+    if (part.SBIEnable()) {
+        part.Display().ShowSBIButtons();
+    }
+    reader.ReadPins();
+    reader.ReadRegisters();
+    reader.ReadBits();
+    ReadPLLs(part, file);
+    ReadModes(part, file);
+    CheckRegistersAndFields(part, file);
+    CheckPLLs(part, file);
+}
+
+}   // namespace
+
+void SetupPartForm(cPart& part, const std::string& appPath, std::string& partName, bool hasFamily) {
+    const std::string path = PartFilePath(appPath, partName);
+    part.ClearPLL();
+    part.Updating(true);
+    part.ID(partName);
+    part.Display().ShowDeviceName(partName);
+    partName = path;
+    ReadPartFile(part, path);
+    part.Updating(false);
+    part.UpdatePLLDisplay();
+    part.UpdateRegisterDisplay();
+    part.UpdateBitDisplay();
+    part.UpdatePortDisplay();
+    if (hasFamily) {
+        part.Display().ShowBurstControls();
+    }
+}

@@ -1,0 +1,139 @@
+#include "settings/Modes.h"
+
+#include <optional>
+#include <utility>
+
+#include "core/DeviceDisplay.h"
+#include "core/Errors.h"
+#include "core/Numbers.h"
+#include "core/PartFile.h"
+#include "core/PrivateSetting.h"
+#include "core/cPart.h"
+#include "platform/PrivateProfile.h"
+#include "pll/cPLL.h"
+#include "settings/PartFilePath.h"
+
+namespace {
+
+const std::string kModes = "MODES";
+
+/// The name in a message of a key that doesn't convert.
+std::string Place(const std::string& path, const std::string& key) {
+    return path + ":" + std::to_string(PrivateProfileLine(kModes, key, path)) + ": [" + kModes + "] " + key + ": ";
+}
+
+/// What a mode holds, read whole before anything of it is applied.
+struct ModeState {
+    std::vector<std::pair<cRegister*, double>> registers;
+    std::vector<double> references;
+    std::int16_t pins = 0;
+};
+
+template <class Convert>
+auto ReadKey(const std::string& path, const std::string& key, const std::string& standard, Convert convert) {
+    try {
+        return convert(GetPrivateSetting(path, kModes, key, standard));
+    } catch (const ConversionError& error) {
+        throw ConversionError(Place(path, key) + error.what());
+    }
+}
+
+ModeState ReadMode(cPart& part, const std::string& path, int index) {
+    const ProfileSnapshot snapshot(path);
+    ModeState mode;
+    const auto number = [](const std::string& text) { return FileDouble(text); };
+    for (int i = 0; i < part.Registers().Count(); ++i) {
+        const std::string nameKey = PartFile::Key("NAME", index, i);
+        const std::string name = GetPrivateSetting(path, kModes, nameKey, "");
+        cRegister* named = part.Registers().Find(name);
+        if (named == nullptr) {
+            throw LookupError(name.empty()
+                                  ? "mode number " + std::to_string(index) + " isn't in " + path + ": no " + nameKey +
+                                        " under [" + kModes + "]"
+                                  : Place(path, nameKey) + UnknownName("register", name, part.Registers().Names()));
+        }
+        mode.registers.emplace_back(named, ReadKey(path, PartFile::Key("VALUE", index, i), "0", number));
+    }
+    for (int i = 0; i < part.PLLs().Count(); ++i) {
+        mode.references.push_back(ReadKey(path, PartFile::Key("OSCIN", index, i), "10", number));
+    }
+    mode.pins =
+        ReadKey(path, PartFile::Key("PINS", index), "0", [](const std::string& text) { return FileShort(text); });
+    return mode;
+}
+
+std::string ReferenceText(const ReferenceTexts& references, int index, cPLL& pll) {
+    const auto place = static_cast<std::size_t>(index);
+    return place < references.size() ? references[place] : GeneralText(pll.XtalFrequency());
+}
+
+}   // namespace
+
+void ReadModes(cPart& part, PartFile& file) {
+    const int count = file.Short(kModes, "COUNT", "0");
+    for (int i = 0; i < count; ++i) {
+        part.Display().AddMode(i, file.Text(kModes, PartFile::Key("MODE", i), PartFile::Key("CAPTION", i)));
+    }
+}
+
+int AddMode(cPart& part, const std::string& appPath, const std::string& name, const ReferenceTexts& references,
+            std::string& error) {
+    const std::string path = PartFilePath(appPath, part.ID());
+    int number = 0;
+    try {
+        number = std::max<int>(0, FileShort(GetPrivateSetting(path, kModes, "COUNT", "0")));
+    } catch (const ConversionError& bad) {
+        error = Place(path, "COUNT") + bad.what();
+        return -1;
+    }
+    ProfileTransaction file(path);
+    file.Write(kModes, "COUNT", std::to_string(number + 1));
+    file.Write(kModes, PartFile::Key("MODE", number), name);
+    int place = 0;
+    for (const cRegister& stored : part.Registers()) {
+        file.Write(kModes, PartFile::Key("NAME", number, place), stored.ID());
+        file.Write(kModes, PartFile::Key("VALUE", number, place++), FileText(stored.Value()));
+    }
+    for (int i = 0; i < part.PLLs().Count(); ++i) {
+        file.Write(kModes, PartFile::Key("OSCIN", number, i), ReferenceText(references, i, part.PLLs().At(i + 1)));
+    }
+    file.Write(kModes, PartFile::Key("PINS", number), std::to_string(part.OutputPinValue()));
+    error = file.Commit() ? std::string() : "the mode is not stored: " + PrivateProfileError();
+    return error.empty() ? number : -1;
+}
+
+void RestoreMode(cPart& part, const std::string& appPath, int index) {
+    const ModeState mode = ReadMode(part, PartFilePath(appPath, part.ID()), index);
+    for (const auto& [named, value] : mode.registers) {
+        named->Value(value);
+    }
+    for (std::size_t i = 0; i < mode.references.size(); ++i) {
+        part.PLLs().At(static_cast<int>(i) + 1).XtalFrequency(mode.references[i]);
+    }
+    part.OutputPinValue(mode.pins);
+    part.UpdateDisplays();
+}
+
+std::string SaveDeviceSettings(cPart& part, const std::string& appPath, const ReferenceTexts& references) {
+    ProfileTransaction file(PartFilePath(appPath, part.ID()));
+    file.Write("SETUP", "ADDRESS", std::to_string(part.PortAddress()));
+    file.Write("SETUP", "CLOCK", std::to_string(part.ClockPosition()));
+    file.Write("SETUP", "DATA", std::to_string(part.DataPosition()));
+    file.Write("SETUP", "LE", std::to_string(part.LEPosition()));
+    int place = 0;
+    for (const cPrgmPin& pin : part.PrgmPins()) {
+        const int item = FileItems::At(part.Items().pins, place++);
+        file.Write("PINS", PartFile::Key("LOCATION", item), std::to_string(pin.Position()));
+        file.Write("PINS", PartFile::Key("ENABLED", item), BooleanText(pin.Enabled()));
+    }
+    place = 0;
+    for (const cRegister& stored : part.Registers()) {
+        const int item = FileItems::At(part.Items().registers, place++);
+        file.Write("REGISTERS", PartFile::Key("VALUE", item), FileText(stored.Value()));
+    }
+    for (int i = 0; i < part.PLLs().Count(); ++i) {
+        file.Write("PLLS", PartFile::Key("OSCIN", FileItems::At(part.Items().plls, i)),
+                   ReferenceText(references, i, part.PLLs().At(i + 1)));
+    }
+    return file.Commit() ? std::string() : "the device's settings are not saved: " + PrivateProfileError();
+}
