@@ -94,49 +94,51 @@ void cPart::AddList(const std::string& prgmBitName, std::string_view group) {
     display_->AddListBox(prgmBits_.At(prgmBitName), group);
 }
 
+/// Marks what happens on the screen as the program's own; the mark goes whatever a display runs into.
+template <class Show>
+void cPart::Redraw(Show show) {
+    struct Mark {
+        bool& updating;
+        ~Mark() { updating = false; }
+    };
+    updating_ = true;
+    const Mark mark{updating_};
+    show();
+}
+
 void cPart::UpdatePLLDisplay() {
     if (plls_.Count() == 0) {
         return;
     }
-    updating_ = true;
-    display_->ShowPLLs();
-    updating_ = false;
+    Redraw([&] { display_->ShowPLLs(); });
 }
 
 void cPart::UpdateRegisterDisplay() {
     if (registers_.Count() == 0) {
         return;
     }
-    updating_ = true;
-    display_->ShowRegisters();
-    updating_ = false;
+    Redraw([&] { display_->ShowRegisters(); });
 }
 
 void cPart::UpdateBitDisplay() {
     if (prgmBits_.Count() == 0) {
         return;
     }
-    updating_ = true;
-    display_->ShowBits();
-    updating_ = false;
+    Redraw([&] { display_->ShowBits(); });
 }
 
 void cPart::UpdatePortDisplay() {
     if (id_.empty()) {
         return;
     }
-    updating_ = true;
     clockPosition_ = clockPosition_ == 0 ? std::int16_t{1} : clockPosition_;
     dataPosition_ = dataPosition_ == 0 ? std::int16_t{2} : dataPosition_;
     lePosition_ = lePosition_ == 0 ? std::int16_t{4} : lePosition_;
-    display_->ShowPort();
-    updating_ = false;
+    Redraw([&] { display_->ShowPort(); });
 }
 
 void cPart::ShowBurst(bool vectors) {
-    updating_ = true;
-    display_->ShowBurst(vectors);
-    updating_ = false;
+    Redraw([&] { display_->ShowBurst(vectors); });
 }
 
 void cPart::UpdateBurstDisplay() {

@@ -185,6 +185,8 @@ private:
     [[nodiscard]] cRegister* PartnerOf(const cRegister& one) const;
     void ShiftOut(cRegister* shifted, std::string& name);
     void ShowBurst(bool vectors);
+    template <class Show>
+    void Redraw(Show show);
     void SendAddressWord();
     std::unique_ptr<cPrgmBits> MakeField(const std::string& name, const std::string& registerName, std::int16_t start,
                                          std::int16_t length, bool display);

@@ -24,6 +24,7 @@ void cPart::AddPLL(const std::string& name, const std::string& nBits, const std:
 
 void cPart::AddPLLTab(const std::string& name, std::int16_t /*lines*/, std::int16_t /*shapes*/,
                       std::int16_t /*labels*/) {
+    static_cast<void>(plls_.At(plls_.Count()));   // Fails without a PLL.
     display_->AddPLLPage(plls_.Count() - 1, name);
 }
 

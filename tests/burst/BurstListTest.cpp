@@ -15,6 +15,29 @@
 
 namespace {
 
+/// A screen and its user: `user` acts each time that events are handled, told how many passes there were.
+class Bench final : public DeviceDisplay, public EventPump {
+public:
+    explicit Bench(cPart& part) {
+        part.UseDisplay(*this);
+        part.UseEventPump(*this);
+    }
+    void ShowBurst(bool /*vectors*/) override { ++redraws; }
+    void ShowBurstRunning(bool running) override { story += running ? "run " : "ready"; }
+    void ShowBurstProgress(std::uint64_t passes, std::uint64_t writes) override {
+        story += std::to_string(passes) + ":" + std::to_string(writes) + " ";
+        passed = passes;
+    }
+    [[nodiscard]] bool BurstLoops() const override { return loops; }
+    void DoEvents() override { user(passed); }
+
+    std::function<void(std::uint64_t)> user;
+    std::string story;
+    std::uint64_t passed = 0;
+    int redraws = 0;
+    bool loops = false;
+};
+
 TEST(BurstList, EditsKeepTheOrderThatIsAskedFor) {
     const struct {
         void (*edit)(cPart&);
@@ -25,7 +48,7 @@ TEST(BurstList, EditsKeepTheOrderThatIsAskedFor) {
         {[](cPart& part) { part.ChangeBurstCommand(2, "9", 2); }, "193"},
         {[](cPart& part) { part.DeleteBurstCommand(2); }, "13"},
         {[](cPart& part) { part.DeleteBurstCommand(0); }, "23"},
-        {[](cPart& part) { part.DeleteBurstCommand(4); }, "12"},
+        {[](cPart& part) { part.DeleteBurstCommand(300); }, "12"},
         {[](cPart& part) {
              part.DeleteBurstCommands();
              part.DeleteBurstCommand(1);
@@ -87,6 +110,7 @@ TEST(BurstList, WhatCantBeBuiltLeavesTheListAlone) {
     EXPECT_THROW(device.part.AddBurstCommand("A", BurstKind::Load, std::int16_t{2}), LookupError);
     EXPECT_THROW(device.part.AddBurstCommand("A", 3), RefusedError);
     EXPECT_EQ(BurstText(device.part, false), "Delay of 1\r\n");
+    EXPECT_EQ(device.part.BurstCmds().At(1).Command(), BurstKind::Delay);
 }
 
 TEST(BurstList, OverwrittenAndRestoredCommands) {
@@ -103,7 +127,9 @@ TEST(BurstList, OverwrittenAndRestoredCommands) {
     EXPECT_EQ(command.Description(), "Load LOW = 101; CE= False");
 
     low.Value(2);
+    Bench bench(device.part);
     device.part.RestoreBurstCommand(7);
+    EXPECT_EQ(bench.redraws, 1);
     EXPECT_EQ(low.Value(), 2);
     device.part.RestoreBurstCommand(1);
     EXPECT_EQ(low.Value(), 5);
@@ -114,29 +140,6 @@ TEST(BurstList, OverwrittenAndRestoredCommands) {
     EXPECT_EQ(command.RegisterName(), "") << "nothing of the old kind is left";
     EXPECT_TRUE(device.port.Writes().empty());
 }
-
-/// A screen and its user: `user` acts each time that events are handled, told how many passes there were.
-class Bench final : public DeviceDisplay, public EventPump {
-public:
-    explicit Bench(cPart& part) {
-        part.UseDisplay(*this);
-        part.UseEventPump(*this);
-    }
-    void ShowBurst(bool /*vectors*/) override { ++redraws; }
-    void ShowBurstRunning(bool running) override { story += running ? "run " : "ready"; }
-    void ShowBurstProgress(std::uint64_t passes, std::uint64_t writes) override {
-        story += std::to_string(passes) + ":" + std::to_string(writes) + " ";
-        passed = passes;
-    }
-    [[nodiscard]] bool BurstLoops() const override { return loops; }
-    void DoEvents() override { user(passed); }
-
-    std::function<void(std::uint64_t)> user;
-    std::string story;
-    std::uint64_t passed = 0;
-    int redraws = 0;
-    bool loops = false;
-};
 
 TEST(BurstRun, EndsAsTheUserAsks) {
     using User = void (*)(cPart&, Bench&, bool firstPass);
@@ -184,6 +187,10 @@ TEST(BurstRun, EndsAsTheUserAsks) {
         }
         EXPECT_EQ(bench.story, test.story);
         EXPECT_FALSE(device.part.BurstRunning());
+        bench.user = [&](std::uint64_t) { device.part.StopBurstCommands(); };
+        device.part.AddBurstCommand("0", BurstKind::Delay);
+        device.part.RunBurstCommands();
+        EXPECT_EQ(bench.story.find(test.story + std::string("run 1:")), 0U) << "the next run runs";
     }
 }
 

@@ -110,6 +110,8 @@ struct Shipped {
         part.AddBurstCommand("ADR", BurstKind::StartSBI);
         double value = 2147483647;
         for (cRegister& loaded : part.Registers()) {
+            loaded.Value(1);
+            part.AddBurstCommand(loaded.ID(), BurstKind::Load);
             loaded.Value(value);
             value = 2 * value + 1;
             for (cPrgmPin& pin : part.PrgmPins()) {
@@ -177,9 +179,7 @@ TEST(SetupFile, LoadingTakesWhatItCanAndTellsTheRest) {
         {burst, kStart + " | Delay of 1000", {"The file breaks off: 3 keys are missing, the first is [BURST] COUNT"}},
         {burst + "COUNT=99999999999\n", kStart, {"[BURST] COUNT: "}},
         {burst + "COUNT=-5\n", kStart, {}},
-        {head + "ADDRESS=&H278\nCLOCK=&H100\n" + state + "[BURST]\nCOUNT=0\n",
-         "278 256 | CE 4 off | A 5 | B 6 | 10",
-         {}},
+        {head + "ADDRESS=&H278\nCLOCK=0\n" + state + "[BURST]\nCOUNT=0\n", "278 1 | CE 4 off | A 5 | B 6 | 10", {}},
         {"[SETUP]\nPART=test\n", kStart, {refused + "test" + select}},
         {"[SETUP]\nPART=" + endless, kStart, {refused + "xxx"}},
         {"", kStart, {refused + "QRV" + select}},
@@ -216,13 +216,13 @@ TEST(SetupFile, StartAndStopComeBackWithTheirOwnValueAndPins) {
     Device device;
     const std::string file = folder.File("sbi",
                                          "[SETUP]\nPART=TEST\nPINPOSITION00=4\n[BURST]\nCOUNT=3\nCOMMAND00=4\n"
-                                         "REGISTERNAME00=ADR\nREGISTER00=1\nPINS00=0\nCOMMAND01=5\nPINS01=16\n"
-                                         "COMMAND02=4\nREGISTERNAME02=ADR\nPINS02=0\n");
+                                         "REGISTERNAME00=ADR\nREGISTER00=1\nPINS00=0\nCOMMAND01=4\n"
+                                         "REGISTERNAME01=ADR\nPINS01=0\nCOMMAND02=5\nPINS02=16\n");
     EXPECT_EQ(LoadBurstCommands(device.part, file).Message(), "");
     ASSERT_EQ(device.part.BurstCmds().Count(), 3);
     EXPECT_EQ(device.part.BurstCmds().At(1).Register(), 1);
-    EXPECT_EQ(device.part.BurstCmds().At(2).BurstPattern().back(), 16 + 7);
-    EXPECT_EQ(device.part.BurstCmds().At(3).Register(), 5) << "without a value the first register's counts";
+    EXPECT_EQ(device.part.BurstCmds().At(2).Register(), 5) << "without a value the first register's counts";
+    EXPECT_EQ(device.part.BurstCmds().At(3).BurstPattern().back(), 16 + 7);
     EXPECT_EQ(device.part.Registers().At("A").Value(), 5);
     EXPECT_EQ(device.part.OutputPinValue(), 0) << "a stop leaves the device's pins alone";
 }

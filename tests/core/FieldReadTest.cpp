@@ -39,7 +39,7 @@ TEST(FieldRead, ValueBitsAndText) {
         'F 0+4 link=G; G 4+4 step=16' 0x25 37 37 37;  'F 4+4 link=G; G 0+4 step=16' 0x52 37 37 37
         'F 0+4 link=G; G 4+4 step=16 link=H; H 8+4 step=256' 0x123 291 291 291
         'F 0+4 link=G; G 4+4 step=16 zero=1 sign=20' 0x05 -6 5 -6
-        'F 0+40 link=G; G 40+13 step=1099511627776' 9007199254740991 9007199254740991 9007199254740991 9.00719925474099E+15
+        'F 0+40 link=G; G 40+13 step=1099511627776' 0x1p52 0x1p52 0x1p52 4.5035996273705E+15
         'F 0+4 stepfrom=S; S 8+4' 0x305 15 5 15
         'F 0+4 link=G; G -1+4 values=7,8' 5 12 -11 12
 

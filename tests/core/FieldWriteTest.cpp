@@ -128,7 +128,7 @@ TEST(FieldWrite, Steps) {
         'F 0+3'  F F+ 8  8 F- 8
         'F 0+4 link=G; G 4+4'  F F+ 10  10 F- F  FF F+ 0  F F! 10
         'F 0+3 values=1,2'  1 F+ 2
-        'F 0+4 values=10,20,30 texts=1,4,6 mirror=M; M 4+4'  6 F+ 11  11 F- 6  4 F+ 16  4 F! 16  6 F! 11  2 F+ 12  12 F- 2
+        'F 0+4 values=10,20,30 texts=1,4,6 mirror=M; M 4+4'  6 F+ 11  11 F- 6  4 F+ 16  4 F! 16  6 F! 11  2 F+ 12
         'F 0+4 sign=8'  101 F- 100  101 'F- F-' 1  1 F+ 0  1 'F+ F+' 101  3 F- 4  103 F+ 104
         'F 0+4 sign=8 signinv'  0 'F- F-' 102
         'F 3+1'  0 F! 8

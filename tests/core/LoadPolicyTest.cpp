@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -91,15 +92,10 @@ TEST(LoadPolicy, Pairs) {
         SCOPED_TRACE(row[1] + " of " + row[0]);
         TestPart device(4);
         device.part.HighByte(true);
+        const std::map<char, double> values = {{'H', 9}, {'L', 6}, {'S', 11}};
+        const std::map<char, const char*> partners = {{'H', "L"}, {'L', "H"}, {'S', ""}};
         for (const char name : row[0]) {
-            device.Half(std::string(1, name),
-                        name == 'H'   ? 9
-                        : name == 'L' ? 6
-                                      : 11,
-                        name != 'H',
-                        name == 'H'   ? "L"
-                        : name == 'L' ? "H"
-                                      : "");
+            device.Half(std::string(1, name), values.at(name), name != 'H', partners.at(name));
         }
         Do(device.part, row[1]);
         EXPECT_EQ(Shifted(device.port.TakeWords()), row[2]);

@@ -73,13 +73,22 @@ struct ReadDevice {
             out << "\nfield " << f.ID() << " in " << f.Register() << ' ' << f.Position() << '+' << f.Length()
                 << (f.Display() ? " shown " : " ") << f.MinimumValue() << ' ' << f.MaximumValue() << ' '
                 << f.ZeroValue() << ' ' << f.StepValue() << " link/" << f.LinkedBits() << " mirror/" << f.MirrorBits()
-                << " step/" << f.StepValueBitName() << " greater/" << f.GreaterBitName() << (f.Polarity() ? " sign " : " ")
-                << f.PolarityPosition() << (f.PolarityInverted() ? " signinv" : "") << (f.DataInverted() ? " inv" : "")
-                << " [" << Joined(f.ValueList()) << "] [" << Joined(f.StringList()) << "] " << f.Description();
+                << " step/" << f.StepValueBitName() << " greater/" << f.GreaterBitName()
+                << (f.Polarity() ? " sign " : " ") << f.PolarityPosition() << (f.PolarityInverted() ? " signinv" : "")
+                << (f.DataInverted() ? " inv" : "") << " [" << Joined(f.ValueList()) << "] [" << Joined(f.StringList())
+                << ']' << f.Description();
         }
         return out.str();
     }
 };
+
+const std::string kSound = "[REGISTERS]|COUNT=1|NAME00=R|MASK00=0|";
+const std::string kPins = "[PINS]|COUNT=2|NAME00=CE|";
+const std::string kField = kSound + "[BITS]|COUNT=1|REG00=R|NAME00=F|POS00=0|";
+const std::string kFields = kSound + "[BITS]|COUNT=2|REG00=R|NAME00=F|POS00=0|LEN00=4|REG01=R|NAME01=G|LEN01=4|";
+const std::string kPair = "[SETUP]|HIGHBYTE=TRUE|[REGISTERS]|NAME00=H|LOWBYTE00=FALSE|NAME01=L|";
+
+const std::string kPlain = " 0 0 0 1 link/ mirror/ step/ greater/ 0 [0] ";
 
 TEST(PartFile, WhatIsMissingHasDefaults) {
     const TempFolder folder;
@@ -92,8 +101,11 @@ TEST(PartFile, WhatIsMissingHasDefaults) {
     ReadDevice device(folder.File("x.ini", Lines("[PINS]|COUNT=2|[REGISTERS]|COUNT=2|[BITS]|COUNT=2|")));
     EXPECT_EQ(device.Held(), Lines("setup 24 3 888 1 2 4|pin Pin00 3 off|pin Pin01 3 off"
                                    "|register Reg00 3 0 low/|register Reg01 3 1 low/"
-                                   "|field Reg00 in Reg01 1+1 0 0 0 1 link/ mirror/ step/ greater/ 0 [0] [] "
-                                   "|field Reg01 in Reg00 1+1 0 0 0 1 link/ mirror/ step/ greater/ 0 [0] [] "));
+                                   "|field Reg00 in Reg01 1+1" +
+                                   kPlain +
+                                   "[]"
+                                   "|field Reg01 in Reg00 1+1" +
+                                   kPlain + "[]"));
     EXPECT_TRUE(device.part.Registers().At(1).Change()) << "a new register is to be sent";
 }
 
@@ -112,27 +124,39 @@ TEST(PartFile, AFieldWithoutRegisterTakesTheNameBefore) {
 
 TEST(PartFile, ReadsEveryKey) {
     const TempFolder folder;
-    ReadDevice device(folder.File("x.ini", Lines(
-        "[SETUP]|REGISTER_LENGTH=53|CONTROL_LENGTH=0|ADDRESS=&HFFFC|CLOCK=&H100|DATA=512|LE=2048|SBI=-1|HIGHBYTE=true"
-        "|INVERTCLOCK=2|VERSION=1.5|VERSION_DESCRIPTION= For board B"
-        "|[PINS]|COUNT=1|NAME00=Trigger|LOCATION00=11|ENABLED00=TRUE"
-        "|[REGISTERS]|COUNT=1|NAME00=M|MASK00=&HFFFFFFFF|VALUE00=9007199254740991|LOWBYTE00=0|HIGHLOWREGISTER00=L"
-        "|[BITS]|COUNT=5|REG00=M|NAME00=A|POS00=4|LEN00=8|DISPLAY00=TRUE|FRAME00=Frame one|TYPE00=Counter"
-        "|MINIMUMVALUE00=-2.5|MAXIMUMVALUE00=1e3|ZEROVALUE00=0.5|STEPVALUE00=&H10|UNITS00=kHz|LINKEDBITS00=B"
-        "|MIRRORBITS00=C|STEPVALUEBITNAME00=D|DESCRIPTION00=What A does; and more|GREATERBITS00=E|GREATERTHAN00=FALSE"
-        "|POLARITY00=1|POLARITYPOSITION00=52|POLARITYINVERTED00=TRUE|DATAINVERTED00=TRUE"
-        "|NAME01=B|REG01=M|TYPE01=Bit|DISPLAY01=1|NAME02=C|REG02=M|TYPE02=List|DISPLAY02=TRUE|COUNT02=2"
-        "|NAME03=D|REG03=M|DISPLAY03=TRUE|TYPE03=Bits|NAME04=E|REG04=M|TYPE04=bit|DISPLAY04=TRUE|")));
-    const std::string rest = " 1+1 0 0 0 1 link/ mirror/ step/ greater/ 0 [0] [";
-    EXPECT_EQ(device.Held(), Lines("setup 53 0 -4 256 512 2048 sbi pairs inverted|pin Trigger 11 on"
-                                   "|register M -1 9007199254740991 high/L|field A in M 4+8 shown -2.5 1000 0.5 16 link/B "
-                                   "mirror/C step/D greater/E sign 52 signinv inv [0] [] What A does; and more|field B in M"
-                                   " 1+1 shown 0 0 0 1 link/ mirror/ step/ greater/ 0 [0] [] |field C in M") +
-                                 rest + Lines("00,01] |field D in M") + rest + Lines("] |field E in M") + rest + "] ");
+    ReadDevice device(folder.File("x.ini", Lines(R"([SETUP]
+REGISTER_LENGTH=53|CONTROL_LENGTH=0|ADDRESS=&HFFFC|CLOCK=&H100|DATA=512|LE=2048|SBI=-1|HIGHBYTE=true|INVERTCLOCK=2
+VERSION=1.5|VERSION_DESCRIPTION= For board B
+[PINS]|COUNT=1|NAME00=Trigger|LOCATION00=11|ENABLED00=TRUE
+[REGISTERS]|COUNT=1|NAME00=M|MASK00=&HFFFFFFFF|VALUE00=9007199254740991|LOWBYTE00=0|HIGHLOWREGISTER00=L
+[BITS]|COUNT=5|REG00=M|NAME00=A|POS00=4|LEN00=8|DISPLAY00=TRUE|FRAME00=Frame one|TYPE00=Counter|LINKEDBITS00=B
+MINIMUMVALUE00=-2.5|MAXIMUMVALUE00=1e3|ZEROVALUE00=0.5|STEPVALUE00=&H10|MIRRORBITS00=C|STEPVALUEBITNAME00=D
+DESCRIPTION00=What A does; and more|GREATERBITS00=E|POLARITY00=1|POLARITYPOSITION00=52|POLARITYINVERTED00=TRUE
+DATAINVERTED00=TRUE|NAME01=B|REG01=M|TYPE01=Bit|DISPLAY01=1|NAME02=C|REG02=M|TYPE02=List|DISPLAY02=TRUE|COUNT02=2
+NAME03=D|REG03=M|DISPLAY03=TRUE|TYPE03=Bits|NAME04=E|REG04=M|TYPE04=bit|DISPLAY04=TRUE
+)")));
+    EXPECT_EQ(
+        device.Held(),
+        Lines("setup 53 0 -4 256 512 2048 sbi pairs inverted|pin Trigger 11 on"
+              "|register M -1 9007199254740991 high/L|field A in M 4+8 shown -2.5 1000 0.5 16 link/B mirror/C step/D"
+              " greater/E sign 52 signinv inv [0] []What A does; and more|field B in M 1+1 shown" +
+              kPlain + "[]|field C in M 1+1" + kPlain + "[00,01]|field D in M 1+1" + kPlain + "[]|field E in M 1+1" +
+              kPlain + "[]"));
     // Only the three exact types have a control; a list gets it with its list.
     EXPECT_EQ(device.display.Take(),
               (std::vector<std::string>{"RebuildRulers 53", "version 1.5|For board B", "pin Trigger", "row M",
                                         "count A/0 in Frame one", "check B/0 in Frame", "list C/2 in Frame"}));
+}
+
+TEST(PartFile, UnitsAndDirectionsAct) {
+    const TempFolder folder;
+    for (const auto& [keys, text] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"UNITS00= dB|", "9dB"}, {"UNITS00=dB|GREATERTHAN00=FALSE|", "2dB"}, {"UNITS00=\" dB\"|", "9 dB"}}) {
+        ReadDevice device(folder.File("x.ini", Lines(kFields + "POS01=4|GREATERBITS00=G|" + keys)));
+        device.part.PrgmBits().At("G").Value(2);
+        device.part.PrgmBits().At("F").Value(9);
+        EXPECT_EQ(device.part.PrgmBits().At("F").Text(), text) << keys;
+    }
 }
 
 TEST(PartFile, Lists) {
@@ -164,12 +188,6 @@ TEST(PartFile, ValuesOfAnyLength) {
     }
 }
 
-const std::string kSound = "[REGISTERS]|COUNT=1|NAME00=R|MASK00=0|";
-const std::string kPins = "[PINS]|COUNT=2|NAME00=CE|";
-const std::string kField = kSound + "[BITS]|COUNT=1|REG00=R|NAME00=F|POS00=0|";
-const std::string kFields = kSound + "[BITS]|COUNT=2|REG00=R|NAME00=F|POS00=0|LEN00=4|REG01=R|NAME01=G|LEN01=4|";
-const std::string kPair = "[SETUP]|HIGHBYTE=TRUE|[REGISTERS]|COUNT=2|NAME00=H|LOWBYTE00=FALSE|NAME01=L|HIGHLOWREGISTER01=H|";
-
 struct Fault {
     std::string file;
     const char* section;
@@ -178,7 +196,7 @@ struct Fault {
     Severity severity = Severity::Error;
 };
 
-/// A value that doesn't convert or doesn't fit, or a name that is taken: as if the key, or the item, weren't there.
+/// A value that doesn't convert or doesn't fit: as if the key weren't there.
 const std::vector<Fault> kRefused = {
     {"[SETUP]|REGISTER_LENGTH=eight|", "SETUP", "REGISTER_LENGTH", "\"eight\" is no whole number"},
     {"[SETUP]|REGISTER_LENGTH=|", "SETUP", "REGISTER_LENGTH", "the default \"24\""},
@@ -222,10 +240,10 @@ const std::vector<Fault> kKept = {
     {kFields + "POS01=4|MIRRORBITS00=G|MIRRORBITS01=F|", "BITS", "MIRRORBITS01", "back to itself", Severity::Warning},
     {kFields + "POS01=4|LINKEDBITS00=G|GREATERBITS01=F|", "BITS", "GREATERBITS01", "back to itself", Severity::Warning},
     {kField + "STEPVALUEBITNAME00=F|", "BITS", "STEPVALUEBITNAME00", "back to itself", Severity::Warning},
-    {kPair + "HIGHLOWREGISTER00=X|", "REGISTERS", "HIGHLOWREGISTER00", "no register called 'X'"},
-    {kPair + "HIGHLOWREGISTER00=H|", "REGISTERS", "HIGHLOWREGISTER00", "no pair"},
-    {kPair + "HIGHLOWREGISTER00=L|COUNT=3|NAME02=M|HIGHLOWREGISTER02=H|", "REGISTERS", "HIGHLOWREGISTER02", "which names 'L'",
-     Severity::Warning},
+    {kPair + "COUNT=2|HIGHLOWREGISTER00=X|", "REGISTERS", "HIGHLOWREGISTER00", "no register called 'X'"},
+    {kPair + "COUNT=2|HIGHLOWREGISTER00=H|", "REGISTERS", "HIGHLOWREGISTER00", "no pair"},
+    {kPair + "COUNT=3|HIGHLOWREGISTER00=L|HIGHLOWREGISTER01=H|NAME02=M|HIGHLOWREGISTER02=H|", "REGISTERS",
+     "HIGHLOWREGISTER02", "which names 'L'", Severity::Warning},
 };
 
 /// The line of the key, or of its section's header without one.
@@ -279,14 +297,15 @@ TEST(PartFile, WhatCannotBeAsMeantIsReported) {
 
 TEST(PartFile, WhatIsMeantIsNotReported) {
     const TempFolder folder;
-    for (const std::string& contents :
-         {kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Bit|POS01=3|",
-          kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Bit|DISPLAY01=TRUE|POS01=3|MIRRORBITS01=F|",
-          kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Bit|DISPLAY01=TRUE|POS01=4|",
-          kFields + "POS01=4|LINKEDBITS00=G|MIRRORBITS00=G|GREATERBITS00=G|", kField + "LEN00=2|COUNT00=4|",
-          kField + "LEN00=4|COUNT00=2|FORMAT00=D|COUNTB00=2|", kSound + "[BITS]|COUNT=1|REG00=R|NAME00=|",
-          kSound + "[BITS]|COUNT=1|REG00=|POS00=-1|LEN00=0|COUNT00=2|", kPair + "HIGHLOWREGISTER00=L|",
-          "[REGISTERS]|COUNT=1|LOWBYTE00=FALSE|HIGHLOWREGISTER00=X|MASK00=-1|VALUE00=-2.5|", std::string()}) {
+    for (const std::string& contents : std::initializer_list<std::string>{
+             kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Bit|POS01=3|",
+             kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Bit|DISPLAY01=TRUE|POS01=3|MIRRORBITS01=F|",
+             kFields + "TYPE00=Bit|DISPLAY00=TRUE|TYPE01=Bit|DISPLAY01=TRUE|POS01=4|",
+             kFields + "POS01=4|LINKEDBITS00=G|MIRRORBITS00=G|GREATERBITS00=G|", kField + "LEN00=2|COUNT00=4|",
+             kField + "LEN00=4|COUNT00=2|FORMAT00=D|COUNTB00=2|", kSound + "[BITS]|COUNT=1|REG00=R|NAME00=|",
+             kSound + "[BITS]|COUNT=1|REG00=|POS00=-1|LEN00=0|COUNT00=2|",
+             kPair + "COUNT=2|HIGHLOWREGISTER00=L|HIGHLOWREGISTER01=H|",
+             "[REGISTERS]|COUNT=1|LOWBYTE00=FALSE|HIGHLOWREGISTER00=X|MASK00=-1|VALUE00=-2.5|", ""}) {
         EXPECT_EQ(ReadDevice(folder.File("x.ini", Lines(contents))).Messages(), "") << contents;
     }
     int shipped = 0;

@@ -146,7 +146,8 @@ TEST(Register, AgreesWithArithmeticOnTexts) {
 TEST(Register, SingleBitsAndBinaryText) {
     // Value, mask, bit; cleared, toggled: clearing respects the mask, toggling doesn't, neither cuts to the 8 bits.
     for (const TextRow& row : TextTable(R"(255 3 1 255 253; 255 3 2 251 251; 0 0 3 0 8; 0 0 12 0 4096; 4096 0 12 0 0
-        18.75 0 1 16 16; 9007199254740991 0 52 4503599627370495 4503599627370495; 255 -1 7 255 127; 255 0 64 255 255)")) {
+        18.75 0 1 16 16; 9007199254740991 0 52 4503599627370495 4503599627370495
+        255 -1 7 255 127; 255 0 64 255 255)")) {
         SCOPED_TRACE(row[0] + ", bit " + row[2]);
         TestPart device(8);
         cRegister& tested = device.Register("R", CellNumber(row[0]), std::stoi(row[1]));

@@ -51,11 +51,21 @@ struct TestPart {
             std::string place;
             words >> name >> place;
             const auto plus = place.find('+');
-            part.AddProgramBit(name, "R", FileShort(place.substr(0, plus)), FileShort(place.substr(plus + 1)), false);
+            Field(name, std::stoi(place), std::stoi(place.substr(plus + 1)));
             for (std::string word; words >> word;) {
-                DescribeField(part.PrgmBits().At(name), word);
+                DescribeField(Field(name), word);
             }
         }
+    }
+
+    /// Adds one field there; `more` says what else it is.
+    cPrgmBits& Field(const std::string& name, int position, int length,
+                     const std::function<void(cPrgmBits&)>& more = {}) {
+        part.AddProgramBit(name, "R", static_cast<std::int16_t>(position), static_cast<std::int16_t>(length), false);
+        if (more) {
+            more(Field(name));
+        }
+        return Field(name);
     }
 
     cPrgmBits& Field(const std::string& name) { return part.PrgmBits().At(name); }
