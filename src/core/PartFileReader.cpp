@@ -114,6 +114,7 @@ void PartFileReader::ReadLists(int item, const std::string& name) {
     }
     const auto texts = [&](const char* property, int entries) {
         std::vector<std::string> list;
+        list.reserve(static_cast<std::size_t>(entries));
         for (int entry = 0; entry < entries; ++entry) {
             list.push_back(file_.Text(section, PartFile::Key(property, item, entry), PartFile::Key("", entry)));
         }
@@ -125,6 +126,7 @@ void PartFileReader::ReadLists(int item, const std::string& name) {
         return;
     }
     std::vector<double> values;
+    values.reserve(static_cast<std::size_t>(count));
     for (int entry = 0; entry < count; ++entry) {
         values.push_back(file_.Double(section, PartFile::Key("VAL", item, entry), PartFile::Key("", entry)));
     }

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QIcon>
+
+/// The program's own icon, sharp at every size.
+QIcon ProgramIcon();

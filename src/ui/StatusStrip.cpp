@@ -1,0 +1,104 @@
+#include "ui/StatusStrip.h"
+
+#include <QFontMetrics>
+
+#include "ui/TextWindow.h"
+
+namespace {
+
+QToolButton* MakeButton(QWidget* parent, const QString& name) {
+    auto* button = new QToolButton(parent);
+    button->setObjectName(name);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+}   // namespace
+
+StatusStrip::StatusStrip(QWidget* parent)
+    : QStatusBar(parent),
+      port_(MakeButton(this, QStringLiteral("staPort"))),
+      note_(new QLabel(this)),
+      problems_(MakeButton(this, QStringLiteral("staProblems"))),
+      automation_(new QLabel(this)) {
+    setObjectName(QStringLiteral("staBar"));
+    note_->setObjectName(QStringLiteral("staNote"));
+    note_->setAccessibleName(tr("Latest message"));
+    note_->setTextFormat(Qt::PlainText);
+    note_->setMinimumWidth(1);   // A long message is shortened, it doesn't widen the window.
+    note_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    automation_->setObjectName(QStringLiteral("staAutomation"));
+    automation_->setAccessibleName(tr("Automation"));
+    problems_->hide();
+    addWidget(port_);
+    addWidget(note_, 1);
+    addPermanentWidget(problems_);
+    addPermanentWidget(automation_);
+    connect(port_, &QToolButton::clicked, this, &StatusStrip::OpenPortStory);
+    connect(problems_, &QToolButton::clicked, this, &StatusStrip::OpenProblems);
+}
+
+void StatusStrip::ShowPort(const PortStatus& status) {
+    status_ = status;
+    const QString summary = Text(status.summary);
+    const QString mark = status.ready ? QString() : QStringLiteral("\u26A0 ");
+    const QString lost = status.failedWrites == 0 ? QString() : tr(", %1 writes failed").arg(status.failedWrites);
+    port_->setText(mark + summary + lost);
+    port_->setAccessibleName(tr("Port: %1").arg(summary + lost));
+    port_->setToolTip(tr("The port and how it stands. Click for the whole story."));
+}
+
+void StatusStrip::ShowProblems(const Problems& problems, const QString& device) {
+    problemLines_.clear();
+    device_ = device;
+    for (const Problem& problem : problems.All()) {
+        problemLines_ << Text(problem.Message());
+    }
+    const auto count = problemLines_.size();
+    problems_->setVisible(count > 0);
+    problems_->setText(count == 1 ? tr("\u26A0 1 problem in the part file")
+                                  : tr("\u26A0 %1 problems in the part file").arg(count));
+    problems_->setAccessibleName(problems_->text());
+    problems_->setToolTip(tr("Click for the list, with file and line."));
+}
+
+void StatusStrip::ShowAutomation(const QString& text) {
+    automation_->setText(text);
+}
+
+void StatusStrip::Note(const QString& text) {
+    noteText_ = text;
+    note_->setToolTip(text);
+    ShowElided();
+}
+
+QString StatusStrip::NoteText() const {
+    return noteText_;
+}
+
+void StatusStrip::ShowElided() {
+    QString line = noteText_;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    note_->setText(note_->fontMetrics().elidedText(line, Qt::ElideRight, std::max(60, note_->width())));
+}
+
+void StatusStrip::resizeEvent(QResizeEvent* event) {
+    QStatusBar::resizeEvent(event);
+    ShowElided();
+}
+
+void StatusStrip::OpenPortStory() {
+    OpenTextWindow(window(), QStringLiteral("frmPortStory"), tr("Port"), Text(status_.summary), Text(status_.story));
+}
+
+void StatusStrip::OpenProblems() {
+    OpenTextWindow(
+        window(), QStringLiteral("frmProblems"), tr("Problems in the part file"),
+        tr("What was found wrong when \"%1\" was read. The device works on with what could be used.").arg(device_),
+        problemLines_.join(QLatin1Char('\n')));
+}

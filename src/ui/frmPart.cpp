@@ -1,0 +1,155 @@
+#include "ui/frmPart.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QTabBar>
+
+#include "settings/DeviceSetup.h"
+#include "ui/BitsPage.h"
+#include "ui/BurstPage.h"
+#include "ui/PLLPage.h"
+#include "ui/PortPage.h"
+#include "ui/RegistersPage.h"
+
+// The window's skeleton and its life. What it shows for the device is in frmPartDisplay.cpp, what its menu items do
+// in frmPartMenu.cpp.
+
+namespace {
+
+constexpr QSize kSmallest(641, 427);
+constexpr QSize kFirstSize(1200, 740);   // Every page of most devices fits without scrolling.
+
+}   // namespace
+
+frmPart::frmPart(cPart& part, Port& port, const std::string& appPath)
+    : part_(part),
+      port_(port),
+      appPath_(appPath),
+      settings_(appPath),
+      dialogs_(*this),
+      tmrAutoReload_(*this, QStringLiteral("tmrAutoReload")),
+      menu_(*menuBar()),
+      status_(new StatusStrip(this)),
+      tabPart_(new QTabWidget(this)) {
+    setObjectName(QStringLiteral("frmPart"));
+    setWindowTitle(QStringLiteral("QRV"));
+    setStatusBar(status_);
+    setMinimumSize(kSmallest);
+    resize(kFirstSize.boundedTo(screen()->availableSize()));
+    BuildPages();
+    WireMenu();
+    constexpr int kReloadPeriod = 10000;
+    tmrAutoReload_.Interval(kReloadPeriod);
+    tmrAutoReload_.OnTick([this] { tmrAutoReload_Timer(); });
+    part_.UseDisplay(*this);
+    part_.UseEventPump(pump_);
+    part_.UsePort(port_);
+    qApp->installEventFilter(this);
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, &frmPart::WhenIdle);
+}
+
+frmPart::~frmPart() {
+    static DeviceDisplay noDisplay;
+    part_.UseDisplay(noDisplay);
+}
+
+void frmPart::BuildPages() {
+    tabPart_->setObjectName(QStringLiteral("tabPart"));
+    tabPart_->setAccessibleName(tr("Pages"));
+    // A click on a page's tab is a move of the user's own: a box that was being edited is left by it.
+    tabPart_->tabBar()->setFocusPolicy(Qt::StrongFocus);
+    setCentralWidget(tabPart_);
+    portPage_ = new PortPage(*this, tmrAutoReload_);
+    registersPage_ = new RegistersPage(*this);
+    bitsPage_ = new BitsPage(*this);
+    burstPage_ = new BurstPage(*this, SelectedBurstLine);
+    pllPages_.push_back(new PLLPage(*this, 0));
+    tabPart_->addTab(portPage_, QStringLiteral("Port Setup"));
+    tabPart_->addTab(registersPage_, QStringLiteral("Registers"));
+    tabPart_->addTab(bitsPage_, QStringLiteral(" Bits/Pins"));
+    tabPart_->addTab(burstPage_, QStringLiteral("BurstMode"));
+    tabPart_->addTab(pllPages_.front(), QStringLiteral("RF PLL"));
+    connect(tabPart_, &QTabWidget::currentChanged, this, [this](int page) {
+        constexpr int kRegistersPage = 1;
+        if (page == kRegistersPage) {
+            registersPage_->Entered();
+        }
+    });
+}
+
+void frmPart::Form_Load() {
+    constexpr int kFirstRegisterLength = 20;
+    constexpr int kFirstControlLength = 2;
+    part_.RegisterLength(kFirstRegisterLength);
+    part_.ControlLength(kFirstControlLength);
+    BuildDeviceMenus();
+    Note(Qt8(settings_.ReadError()));
+    status_->ShowPort(port_.Status());
+}
+
+void frmPart::SetupPartForm(std::string& partName, const std::optional<std::string>& partType) {
+    Note({});
+    ::SetupPartForm(part_, appPath_, partName, partType.has_value());
+    ShowProblems();
+}
+
+std::string frmPart::GetPartType(const std::string& partName) const {
+    return settings_.GetPartType(partName);
+}
+
+void frmPart::ShowProblems() {
+    status_->ShowProblems(part_.FileProblems(), Qt8(part_.ID()));
+}
+
+/// Nothing is left to do: what the port held back goes out, and its state is looked at.
+void frmPart::WhenIdle() {
+    port_.Idle();
+    status_->ShowPort(port_.Status());
+}
+
+void frmPart::Note(const QString& text) {
+    status_->Note(text);
+}
+
+void frmPart::SelectPage(int index) {
+    // A box on the page that goes is not left by the user: the focus goes first, without a reason of his.
+    if (index != tabPart_->currentIndex()) {
+        if (QWidget* focused = QApplication::focusWidget(); focused != nullptr && isAncestorOf(focused)) {
+            tabPart_->setFocus(Qt::OtherFocusReason);
+        }
+    }
+    tabPart_->setCurrentIndex(index);
+}
+
+void frmPart::closeEvent(QCloseEvent* event) {
+    if (bOLEServer) {
+        event->ignore();
+        return;
+    }
+    if (part_.BurstRunning()) {
+        part_.StopBurstCommands();
+        event->ignore();
+        return;
+    }
+    part_.ClearPLL();
+    event->accept();
+}
+
+/// The menu's short-cuts work wherever the focus is: a text box that would take Ctrl+C for itself isn't asked.
+bool frmPart::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && watched->isWidgetType() &&
+        static_cast<QWidget*>(watched)->window() == this) {
+        const QKeySequence keys(static_cast<QKeyEvent*>(event)->keyCombination());
+        const auto actions = menuBar()->findChildren<QAction*>();
+        for (const QAction* action : actions) {
+            if (!action->shortcut().isEmpty() && action->shortcut() == keys) {
+                event->ignore();
+                return true;
+            }
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}

@@ -1,0 +1,176 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QMainWindow>
+#include <QPointer>
+#include <QTabWidget>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/DeviceDisplay.h"
+#include "platform/ProgramWindow.h"
+#include "settings/SettingsFile.h"
+#include "ui/MainMenu.h"
+#include "ui/PageHost.h"
+#include "ui/QtMachine.h"
+#include "ui/StatusStrip.h"
+
+class BitsPage;
+class BurstPage;
+class PLLPage;
+class PortPage;
+class RegistersPage;
+class frmAboutBox;
+
+/// Stands in for the dialogs while nobody is there to answer: messages become a line of the status bar, questions are
+/// cancelled.
+class NoteDialogs final : public Dialogs {
+public:
+    explicit NoteDialogs(PageHost& host) : host_(host) {}
+    void MessageBox(const std::string& text, const std::string& title, MessageIcon icon) override;
+    std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                        const std::string& defaultText) override;
+    std::optional<std::string> FileDialog(const FileRequest& request) override;
+    void OpenWebPage(const std::string& /*address*/) override {}
+
+private:
+    PageHost& host_;
+};
+
+/// The program's one window. It shows the device object's state, answers the user, and keeps the device menus, the
+/// recent list and the check marks of the options.
+class frmPart : public QMainWindow, public DeviceDisplay, public PageHost, public ProgramWindow {
+    Q_OBJECT
+
+public:
+    /// `appPath` is the program's folder, with a separator at its end. Device and port must outlive the window.
+    frmPart(cPart& part, Port& port, const std::string& appPath);
+    ~frmPart() override;
+
+    /// The start: the device's first lengths, the device menus and the recent list from the settings file.
+    void Form_Load();
+
+    // The part file's version, as the about box shows it.
+    std::string txtINIVersion;
+    std::string txtINIVerDescr;
+    /// True while another program holds the window: it can't be closed then.
+    bool bOLEServer = false;
+    std::int16_t SelectedBurstLine = 0;   ///< The burst list's line that was clicked last, counted from 1.
+
+    /// Selects a device. `partName` becomes the path of its part file. `partType` counts by being there.
+    void SetupPartForm(std::string& partName, const std::optional<std::string>& partType = {});
+    [[nodiscard]] std::string GetPartType(const std::string& partName) const;
+
+    [[nodiscard]] const std::string& AppPath() const noexcept { return appPath_; }
+    [[nodiscard]] QTabWidget& Pages() const { return *tabPart_; }
+    [[nodiscard]] MainMenu& Menu() { return menu_; }
+    [[nodiscard]] StatusStrip& Status() const { return *status_; }
+
+    // PageHost
+    [[nodiscard]] cPart& Device() override { return part_; }
+    [[nodiscard]] Dialogs& Asking() override;
+    [[nodiscard]] bool AutoReloadChange() const override;
+    [[nodiscard]] PrescalerChoice PrescalerCheck() const override;
+    void Note(const QString& text) override;
+    void SelectPage(int index) override;
+
+    // ProgramWindow
+    void ShowWindow() override;
+    void MaximizeWindow() override { showMaximized(); }
+    void MinimizeWindow() override { showMinimized(); }
+    void UnloadWindow() override { close(); }
+    void HeldByClient(bool held) override { bOLEServer = held; }
+    void SelectDevice(std::string& name) override { SetupPartForm(name); }
+    void SelectTab(const std::string& caption) override;
+    void SetDeviceMode(int index) override { mnuMode_Click(index); }
+    void AutoReloadChange(bool on) override;
+    [[nodiscard]] bool SaveSettings() const override;
+    void SaveSettings(bool on) override;
+    [[nodiscard]] const std::string& ProgramPath() const override { return appPath_; }
+    void Tell(const std::string& text) override { Note(Qt8(text)); }
+    void TellAutomation(const std::string& text) override { status_->ShowAutomation(Qt8(text)); }
+    void Unattended(bool unattended) override;
+
+    // DeviceDisplay
+    void ShowPLLs() override;
+    void ShowBits() override;
+    void ShowRegisters() override;
+    void ShowPort() override;
+    void ShowBurst(bool vectors) override;
+    void ClearForm() override;
+    void RemovePLLPages() override;
+    void RebuildRulers() override;
+    void AddRegisterRow(const cRegister& added) override;
+    void AddPinBox(const cPrgmPin& added) override;
+    void AddCheckBox(const cPrgmBits& added, std::string_view group) override;
+    void AddCounterBox(const cPrgmBits& added, std::string_view group) override;
+    void AddListBox(const cPrgmBits& field, std::string_view group) override;
+    void AddPLLPage(int index, const std::string& name) override;
+    void BindPLLBlocks(int index, const PLLBlocks& blocks) override;
+    void BindFraction(int index, const std::string& numerator, const std::string& denominator) override;
+    void ShowBurstRunning(bool running) override;
+    void ShowBurstProgress(std::uint64_t passes, std::uint64_t writes) override;
+    [[nodiscard]] bool BurstLoops() const override;
+    void ShowDeviceName(const std::string& name) override;
+    void ShowVersion(const std::string& version, const std::string& description) override;
+    void ShowSBIButtons() override;
+    void ShowBurstControls() override;
+    void AddMode(int index, const std::string& caption) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildPages();
+    void WireMenu();
+    void WireStepCommands();
+    void OnMenu(const char* item, void (frmPart::*answer)());
+    void BuildDeviceMenus();
+    void PickDevice(std::size_t group, const std::string& device);
+    void mnuRecent_Click(const std::string& device);
+    void mnuMode_Click(int index);
+    void mnuAddMode_Click();
+    void mnuSave_Click();
+    void mnuRestore_Click();
+    void mnuAutoReload_Click();
+    void mnuAutoReloadChange_Click();
+    void mnuPreCheck_Click(const char* chosen);
+    void mnuOstrelWireless_Click();
+    void mnuAbout_Click();
+    void tmrAutoReload_Timer();
+    void ChoosePrescalerCheck(const char* chosen);
+    void UpdateRecentParts(const std::string& device);
+    void SaveRecentParts();
+    [[nodiscard]] std::vector<std::string> ReferenceTexts() const;
+    [[nodiscard]] PLLPage* CurrentPLLPage() const;
+    void WhenIdle();
+    void ShowProblems();
+    void NoteProgress();
+
+    cPart& part_;
+    Port& port_;
+    std::string appPath_;
+    SettingsFile settings_;
+    QtDialogs dialogs_;
+    NoteDialogs noted_{*this};
+    int unattended_ = 0;   ///< Calls of other programs that are running.
+    QtEventPump pump_;
+    QtTimer tmrAutoReload_;
+    MainMenu menu_;
+    StatusStrip* status_;
+    QTabWidget* tabPart_;
+    PortPage* portPage_ = nullptr;
+    RegistersPage* registersPage_ = nullptr;
+    BitsPage* bitsPage_ = nullptr;
+    BurstPage* burstPage_ = nullptr;
+    struct BurstProgress {
+        std::uint64_t passes = 0;
+        std::uint64_t writes = 0;
+    };
+    BurstProgress burstProgress_;
+    QElapsedTimer sinceProgress_;
+    QPointer<frmAboutBox> aboutBox_;   ///< The one that is open, if any.
+    std::vector<PLLPage*> pllPages_;   ///< By PLL index; the first always stands.
+};

@@ -1,0 +1,185 @@
+#include "settings/Modes.h"
+#include "ui/BitsPage.h"
+#include "ui/BurstPage.h"
+#include "ui/PLLPage.h"
+#include "ui/PortPage.h"
+#include "ui/RegistersPage.h"
+#include "ui/frmPart.h"
+
+// What the model shows on the screen: each operation goes to the page that it concerns.
+
+namespace {
+
+constexpr int kRegistersPage = 1;
+constexpr int kBitsPage = 2;
+constexpr int kFirstPLLPage = 4;
+
+}   // namespace
+
+void frmPart::ShowPLLs() {
+    for (PLLPage* page : pllPages_) {
+        page->ShowPLL();
+    }
+}
+
+void frmPart::ShowBits() {
+    bitsPage_->ShowBits();
+}
+
+void frmPart::ShowRegisters() {
+    registersPage_->ShowRegisters();
+}
+
+void frmPart::ShowPort() {
+    portPage_->ShowPort();
+}
+
+void frmPart::ShowBurst(bool vectors) {
+    burstPage_->ShowBurst(vectors);
+}
+
+void frmPart::ClearForm() {
+    if (!part_.ID().empty()) {
+        if (menu_.Item(QStringLiteral("mnuSaveDeviceSettings"))->isChecked()) {
+            const std::string error = SaveDeviceSettings(part_, appPath_, ReferenceTexts());
+            if (!error.empty()) {
+                Note(Qt8(error));
+            }
+        }
+        SaveRecentParts();
+    }
+    portPage_->ClearPins();
+    burstPage_->ClearRegisters();
+    SelectPage(kBitsPage);
+    bitsPage_->ClearControls();
+    SelectPage(kRegistersPage);
+    registersPage_->ClearRows();
+    for (PLLPage* page : pllPages_) {
+        page->Unbind();
+    }
+    menu_.ClearModes();
+    status_->ShowProblems({}, {});
+}
+
+void frmPart::RemovePLLPages() {
+    if (pllPages_.size() > 1) {
+        SelectPage(kFirstPLLPage);
+    }
+    while (pllPages_.size() > 1) {
+        tabPart_->removeTab(tabPart_->indexOf(pllPages_.back()));
+        delete pllPages_.back();
+        pllPages_.pop_back();
+    }
+}
+
+void frmPart::RebuildRulers() {
+    registersPage_->RebuildRulers();
+}
+
+void frmPart::AddRegisterRow(const cRegister& added) {
+    if (part_.Registers().Count() > 1) {
+        SelectPage(kRegistersPage);
+    }
+    registersPage_->AddRow(added);
+    burstPage_->AddRegister(added);
+}
+
+void frmPart::AddPinBox(const cPrgmPin& added) {
+    bitsPage_->AddPinBox(added);
+    portPage_->AddPin(added);
+}
+
+void frmPart::AddCheckBox(const cPrgmBits& added, std::string_view group) {
+    bitsPage_->AddCheckBox(added, group);
+}
+
+void frmPart::AddCounterBox(const cPrgmBits& added, std::string_view group) {
+    bitsPage_->AddCounterBox(added, group);
+}
+
+void frmPart::AddListBox(const cPrgmBits& field, std::string_view group) {
+    bitsPage_->AddListBox(field, group);
+}
+
+void frmPart::AddPLLPage(int index, const std::string& name) {
+    const auto place = static_cast<std::size_t>(index);
+    if (place == pllPages_.size()) {
+        pllPages_.push_back(new PLLPage(*this, index));
+        tabPart_->addTab(pllPages_.back(), QString());
+    }
+    if (place < pllPages_.size()) {
+        const int page = kFirstPLLPage + index;
+        tabPart_->setTabText(page, Qt8(name).replace(QLatin1Char('&'), QLatin1String("&&")));
+        SelectPage(page);
+        pllPages_[place]->Bind(Qt8(name));
+    }
+}
+
+void frmPart::BindPLLBlocks(int index, const PLLBlocks& blocks) {
+    if (const auto place = static_cast<std::size_t>(index); place < pllPages_.size()) {
+        pllPages_[place]->BindBlocks(blocks);
+    }
+}
+
+void frmPart::BindFraction(int index, const std::string& numerator, const std::string& denominator) {
+    if (const auto place = static_cast<std::size_t>(index); place < pllPages_.size()) {
+        pllPages_[place]->BindFraction(numerator, denominator);
+    }
+}
+
+void frmPart::ShowBurstRunning(bool running) {
+    burstPage_->ShowRunning(running);
+    if (running) {
+        burstProgress_ = {};
+        sinceProgress_.start();
+    } else if (burstProgress_.passes > 0) {
+        NoteProgress();
+    }
+}
+
+/// The text changes a few times a second, however short a pass is: showing it must not slow the run.
+void frmPart::ShowBurstProgress(std::uint64_t passes, std::uint64_t writes) {
+    constexpr qint64 kShownEvery = 100;
+    burstProgress_ = {passes, writes};
+    if (sinceProgress_.elapsed() >= kShownEvery) {
+        sinceProgress_.restart();
+        NoteProgress();
+    }
+}
+
+void frmPart::NoteProgress() {
+    Note(tr("Burst: %1 passes, %2 port writes").arg(burstProgress_.passes).arg(burstProgress_.writes));
+}
+
+bool frmPart::BurstLoops() const {
+    return burstPage_->Loops();
+}
+
+void frmPart::ShowDeviceName(const std::string& name) {
+    setWindowTitle(Qt8(name));
+}
+
+void frmPart::ShowVersion(const std::string& version, const std::string& description) {
+    txtINIVersion = version;
+    txtINIVerDescr = description;
+}
+
+void frmPart::ShowSBIButtons() {
+    burstPage_->ShowSBIButtons();
+}
+
+void frmPart::ShowBurstControls() {
+    burstPage_->ShowBurstControls();
+}
+
+void frmPart::AddMode(int /*index*/, const std::string& caption) {
+    menu_.AddMode(caption);
+}
+
+std::vector<std::string> frmPart::ReferenceTexts() const {
+    std::vector<std::string> texts;
+    for (const PLLPage* page : pllPages_) {
+        texts.push_back(page->OscText());
+    }
+    return texts;
+}

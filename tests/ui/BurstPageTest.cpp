@@ -1,0 +1,203 @@
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFontInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTextBlock>
+#include <QToolButton>
+#include <filesystem>
+
+#include "burst/cBurst.h"
+#include "ui/WindowFixture.h"
+
+namespace {
+
+constexpr auto kTwoRegisters =
+    "[SETUP]\nREGISTER_LENGTH=3\nCONTROL_LENGTH=0\n[PINS]\nCOUNT=1\nNAME00=CE\nLOCATION00=3\n"
+    "[REGISTERS]\nCOUNT=2\nNAME00=A\nMASK00=0\nVALUE00=5\nNAME01=B\nMASK01=0\nVALUE01=2\n";
+
+class BurstTab : public WindowFixture {
+protected:
+    void Open(const char* sbi = "") {
+        WritePart("ONE", kTwoRegisters + std::string(sbi));
+        SelectDevice("ONE", "SingleInteger");
+        constexpr int kBurstPage = 3;
+        Page(kBurstPage);
+    }
+    QPlainTextEdit* List() { return Child<QPlainTextEdit>("txtBurstCmds"); }
+    QStringList Lines() { return List()->toPlainText().split('\n'); }
+    QString Caption(const QString& button) { return Child<QPushButton>(button)->text(); }
+
+    void Load(int entry) {
+        auto* box = Child<QComboBox>("cmbLdBurst");
+        box->setFocus();
+        box->setCurrentIndex(entry);
+        emit box->activated(entry);
+        Settle();
+    }
+    void ClickLine(int line, bool twice = false) {
+        const QTextCursor at(List()->document()->findBlockByNumber(line - 1));
+        const QPoint place = List()->cursorRect().center() - List()->cursorRect().topLeft();
+        QTextCursor caret = at;
+        List()->setTextCursor(caret);
+        const QPoint target = List()->cursorRect().topLeft() + QPoint(2, place.y());
+        if (twice) {
+            QTest::mouseDClick(List()->viewport(), Qt::LeftButton, {}, target);
+        } else {
+            QTest::mouseClick(List()->viewport(), Qt::LeftButton, {}, target);
+        }
+        Settle();
+    }
+};
+
+}   // namespace
+
+TEST_F(BurstTab, ListIsBuiltInsertedOverwrittenAndDeleted) {
+    Open();
+    EXPECT_FALSE(Shown("cmdStrtSBI"));
+    Load(0);
+    Load(1);
+    Click("cmdSetPins");
+    Child<QLineEdit>("txtDelay")->setText(" 7 ");
+    Click("cmdDelay");
+    EXPECT_EQ(Lines(), (QStringList{"Load A = 101; CE= False", "Load B = 010; CE= False", "Change Pin State; CE= False",
+                                    "Delay of 7", ""}));
+    ClickLine(2);
+    EXPECT_EQ(Window().SelectedBurstLine, 2);
+    EXPECT_EQ(List()->textCursor().selectedText(), "Load B = 010; CE= False");
+    Click("cmdDelay");   // Goes in before the selected line; then the selection is gone.
+    EXPECT_EQ(Lines()[1], "Delay of 7");
+    Click("cmdInsert");
+    EXPECT_EQ(Caption("cmdInsert"), "Overwrite");
+    ClickLine(1);
+    Load(1);
+    EXPECT_EQ(Lines()[0], "Load B = 010; CE= False");
+    Load(0);
+    EXPECT_EQ(Lines().size(), 7) << "without a selected line a command goes to the end, also in overwrite mode";
+    ClickLine(7);   // Below the last command.
+    EXPECT_EQ(Window().SelectedBurstLine, 7);
+    EXPECT_FALSE(List()->textCursor().hasSelection());
+    Click("cmdDelete");
+    EXPECT_EQ(part.BurstCmds().Count(), 5);
+    EXPECT_EQ(Lines()[4], "Delay of 7") << "the last one went";
+    Click("cmdDeleteAll");
+    EXPECT_EQ(Lines(), QStringList{""});
+}
+
+TEST_F(BurstTab, DelayThatIsNoNumberIsToldAndChangesNothing) {
+    Open();
+    Load(0);
+    for (const char* text : {"soon", "", "1.5", "99999999999"}) {
+        Child<QLineEdit>("txtDelay")->setText(QString::fromLatin1(text));
+        Answer<QMessageBox>([text](QMessageBox& box) {
+            EXPECT_TRUE(box.text().contains(QString::fromLatin1(text))) << box.text().toStdString();
+            box.accept();
+        });
+        Click("cmdDelay");
+        EXPECT_EQ(part.BurstCmds().Count(), 1) << text;
+    }
+}
+
+TEST_F(BurstTab, PatternShowsAlignedWaveforms) {
+    Open();
+    Load(0);
+    Click("cmdDelay");
+    Click("Command1");
+    EXPECT_EQ(Lines(), (QStringList{"clk 010101000", "dat 110011000", "le  000000010", "Delay of 1000000", ""}));
+    EXPECT_TRUE(QFontInfo(List()->font()).fixedPitch());
+    Click("cmdDelay");
+    EXPECT_EQ(Lines()[0], "Load A = 101; CE= False") << "a change brings the descriptions back";
+    Click("cmdLEMode");
+    EXPECT_EQ(Caption("cmdLEMode"), "LE High");
+    Load(0);
+    Click("Command1");
+    EXPECT_EQ(Lines()[2] + Lines()[7],
+              "le  000000010"
+              "le  000000011")
+        << "only what is built from now on";
+}
+
+TEST_F(BurstTab, RunsOnceOrUntilStopped) {
+    Open();
+    Load(0);
+    Click("cmdLoop");
+    EXPECT_EQ(Caption("cmdLoop"), "Single");
+    port.Clear();
+    Click("cmdRun");
+    EXPECT_EQ(port.TakeWords(), (std::vector<int>{2, 3, 0, 1, 2, 3, 0, 4, 0}));
+    EXPECT_EQ(Caption("cmdRun"), "Run");
+    EXPECT_TRUE(Window().Status().NoteText().contains("1 passes, 18 port writes"))
+        << Window().Status().NoteText().toStdString();
+
+    Click("cmdLoop");
+    QTimer::singleShot(0, &Window(), [this] {
+        EXPECT_EQ(Caption("cmdRun"), "Stop");
+        Click("cmdDelay");
+        Click("cmdDelete");
+        Click("cmdDeleteAll");
+        Click("cmdSave");   // No dialog comes either.
+        EXPECT_EQ(part.BurstCmds().Count(), 1) << "no edit during a run";
+        Click("cmdRun");
+    });
+    Click("cmdRun");
+    EXPECT_FALSE(part.BurstRunning());
+    EXPECT_EQ(port.Words().size() % 9, 0U) << "always to the end of a pass";
+}
+
+TEST_F(BurstTab, DoubleClickGivesTheValueBack) {
+    Open();
+    Load(0);
+    Register("A").Value(0);
+    port.Clear();
+    ClickLine(1, true);
+    EXPECT_EQ(Register("A").Value(), 5);
+    EXPECT_TRUE(port.Writes().empty());
+}
+
+TEST_F(BurstTab, SBIDeviceHasItsButtons) {
+    Open("[SETUP]\n");
+    OpenPart("SBI", "[SETUP]\nSBI=TRUE\nREGISTER_LENGTH=3\n[REGISTERS]\nCOUNT=1\nNAME00=ADR\nMASK00=0\nVALUE00=5\n");
+    EXPECT_TRUE(Shown("cmdStrtSBI") && Shown("cmdStopSBI"));
+    Click("cmdStrtSBI");
+    Click("cmdStopSBI");
+    EXPECT_EQ(Lines(), (QStringList{"Start SBI Load Sequence", "Stop SBI Load Sequence", ""}));
+    SelectDevice("ONE");
+    EXPECT_FALSE(Shown("cmdStrtSBI"));
+    EXPECT_EQ(Child<QComboBox>("cmbLdBurst")->count(), 2);
+    EXPECT_EQ(Lines(), QStringList{""}) << "a list never survives its device";
+}
+
+TEST_F(BurstTab, SavesAndLoadsThroughTheDialog) {
+    Open();
+    Load(1);
+    const QString file = QString::fromStdString(folder.Path("set-up.mac"));
+    const auto choose = [&](const char* title) {
+        Answer<QFileDialog>([=](QFileDialog& box) {
+            EXPECT_EQ(box.windowTitle(), QString::fromLatin1(title));
+            EXPECT_EQ(box.nameFilters().size(), 3);
+            EXPECT_TRUE(box.selectedNameFilter().contains("*.mac")) << box.selectedNameFilter().toStdString();
+            box.selectFile(file);
+            box.findChild<QLineEdit*>()->setText(file);
+            QMetaObject::invokeMethod(&box, "accept");
+        });
+    };
+    choose("Save BurstCommands");
+    Click("cmdSave");
+    ASSERT_TRUE(std::filesystem::exists(file.toStdString()));
+    Register("B").Value(7);
+    choose("Restore Part Setup");
+    Choose("mnuRestore");
+    EXPECT_EQ(part.BurstCmds().Count(), 2) << "added behind those of the list";
+    EXPECT_EQ(Register("B").Value(), 2);
+
+    OpenPart("TWO", kTwoRegisters);
+    choose("Load BurstCommands");
+    AnswerMessageBox(
+        "This BurstCommand File was built for the ONE. Select the correct device before loading this file.");
+    Click("cmdLoad");
+    EXPECT_EQ(part.BurstCmds().Count(), 0);
+    Answer<QFileDialog>([](QFileDialog& box) { box.reject(); });
+    Choose("mnuSave");   // Cancelled: nothing is said.
+}

@@ -1,0 +1,196 @@
+#include <QInputDialog>
+#include <QPlainTextEdit>
+#include <QToolButton>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "burst/cBurst.h"
+#include "ui/WindowFixture.h"
+
+namespace {
+
+constexpr auto kOneRegister =
+    "[SETUP]\nREGISTER_LENGTH=8\nVERSION=1.7\n[REGISTERS]\nCOUNT=1\nNAME00=A\nMASK00=0\nVALUE00=165\n";
+
+std::string Contents(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+class MainWindow : public WindowFixture {
+protected:
+    QAction* Item(const QString& name) { return Child<QAction>(name); }
+    QString Note() { return Window().Status().NoteText(); }
+    QString Captions(const QString& array, int count) {
+        QStringList captions;
+        for (int i = 0; i < count; ++i) {
+            captions << Item(QStringLiteral("%1(%2)").arg(array).arg(i))->text();
+        }
+        return captions.join(QLatin1Char(' '));
+    }
+};
+
+}   // namespace
+
+TEST_F(MainWindow, StartsEmptyWithMenusFromTheSettingsFile) {
+    folder.File("tarnwick.ini",
+                "[MENUSINGPLL]\nCOUNT=2\nITEM00=ONE\nITEM01=R&D\n[RECENTPARTS]\nCOUNT=7\nITEM00=ONE\nITEM06=LAST\n");
+    EXPECT_EQ(Window().windowTitle(), "QRV");
+    EXPECT_EQ(Window().Pages().count(), 5);
+    EXPECT_EQ(Captions("mnuSingQRVxxxx", 2), "ONE R&&D") << "a device's name is no mnemonic";
+    EXPECT_EQ(Captions("mnuRecent", 7), "ONE .......... .......... .......... .......... .......... LAST");
+    const struct {
+        const char* item;
+        bool visible;
+        bool checked;
+        const char* shortcut;
+    } items[] = {
+        {"mnuQRVxxxx(0)", false, false, ""},
+        {"mnuVCO", false, false, ""},
+        {"mnuSingPLL", true, false, ""},
+        {"mnuEngineering", false, false, ""},
+        {"mnuMode(0)", false, false, ""},
+        {"mnuNoCheck", true, false, ""},
+        {"mnuAutoReload", true, false, "Ctrl+A"},
+        {"mnuAutoReloadChange", true, true, "Ctrl+W"},
+        {"mnuSaveDeviceSettings", true, true, ""},
+        {"mnuIncFrac(0)", true, false, "F6"},
+        {"mnuNDec", true, false, "F1"},
+        {"mnuLoadPLL(0)", true, false, "Ctrl+L"},
+    };
+    for (const auto& c : items) {
+        EXPECT_EQ(Item(c.item)->isVisible(), c.visible) << c.item;
+        EXPECT_EQ(Item(c.item)->isChecked(), c.checked) << c.item;
+        EXPECT_EQ(Item(c.item)->shortcut(), QKeySequence(QString::fromLatin1(c.shortcut))) << c.item;
+    }
+}
+
+TEST_F(MainWindow, SaysThatTheSettingsFileIsMissing) {
+    Window();
+    EXPECT_TRUE(Note().contains("tarnwick.ini")) << Note().toStdString();
+    EXPECT_EQ(Captions("mnuRecent", 5), ".... .... .... .... ....");
+}
+
+TEST_F(MainWindow, PickingADeviceKeepsTheRecentListAndTheOldDevicesSettings) {
+    folder.File("tarnwick.ini",
+                "[MENUSINGPLL]\nCOUNT=2\nITEM00=ONE\nITEM01=TWO\n[RECENTPARTS]\nCOUNT=2\nITEM00=OLD\nITEM01=TWO\n");
+    const std::string one = WritePart("ONE", kOneRegister);
+    WritePart("TWO", kOneRegister);
+    Window();
+    Item("mnuDualCheck")->setChecked(true);
+    Choose("mnuSingQRVxxxx(0)");
+    EXPECT_EQ(Window().windowTitle(), "ONE");
+    EXPECT_EQ(Window().txtINIVersion, "1.7");
+    EXPECT_TRUE(Item("mnuNoCheck")->isChecked() && !Item("mnuDualCheck")->isChecked());
+    EXPECT_EQ(Captions("mnuRecent", 3), "ONE OLD ....");
+    EXPECT_TRUE(Shown("cmdLoop")) << "a device of a family shows the burst controls";
+
+    Register("A").Value(90);
+    Choose("mnuSingQRVxxxx(0)");   // Picked again: saved, and read back.
+    EXPECT_EQ(Register("A").Value(), 90);
+    Register("A").Value(91);
+    Item("mnuSaveDeviceSettings")->setChecked(false);
+    const std::string before = Contents(one);
+    Item("mnuDualCheck")->setChecked(true);
+    Choose("mnuRecent(1)");
+    EXPECT_EQ(Window().windowTitle(), "OLD") << "a recent device without a file comes up empty";
+    EXPECT_EQ(Contents(one), before) << "the setting is off: not a byte changes";
+    EXPECT_TRUE(Item("mnuDualCheck")->isChecked()) << "a recent device leaves the check as it is";
+    EXPECT_EQ(Captions("mnuRecent", 2), "ONE OLD") << "nor does it move up";
+    EXPECT_NE(Contents(folder.Path("tarnwick.ini")).find("ITEM00=ONE"), std::string::npos);
+}
+
+TEST_F(MainWindow, CountsProblemsAndListsThemOnAClick) {
+    OpenPart("BAD", "[SETUP]\nREGISTER_LENGTH=many\n[REGISTERS]\nCOUNT=2\nNAME00=A\nNAME01=A\n");
+    EXPECT_TRUE(Shown("staProblems"));
+    EXPECT_TRUE(Child<QToolButton>("staProblems")->text().contains("2 problems"));
+    Click("staProblems");
+    const QString list = Child<QPlainTextEdit>("frmProblemsText")->toPlainText();
+    EXPECT_TRUE(list.contains("BAD.ini:2: error: [SETUP] REGISTER_LENGTH")) << list.toStdString();
+    EXPECT_TRUE(list.contains("BAD.ini:6: error: [REGISTERS] NAME01")) << list.toStdString();
+    OpenPart("GOOD", kOneRegister);
+    EXPECT_FALSE(Shown("staProblems"));
+}
+
+TEST_F(MainWindow, ModesAreAddedAndRestored) {
+    OpenPart("ONE", kOneRegister);
+    const auto name = [this](const char* text) {
+        Answer<QInputDialog>([text](QInputDialog& box) {
+            EXPECT_EQ(box.windowTitle(), "Menu Name");
+            EXPECT_EQ(box.labelText(), "Enter Name of Mode for pulldown menu item");
+            EXPECT_EQ(box.textValue(), "Recieve Mode");
+            box.setTextValue(QString::fromLatin1(text));
+            box.accept();
+        });
+        Choose("mnuAddMode");
+    };
+    name("Low & slow");
+    Register("A").Value(3);
+    name("Fast");
+    EXPECT_EQ(Captions("mnuMode", 2), "Low && slow Fast");
+    Answer<QInputDialog>([](QInputDialog& box) { box.reject(); });
+    Choose("mnuAddMode");
+    EXPECT_EQ(Window().findChild<QAction*>("mnuMode(2)"), nullptr);
+
+    port.Clear();
+    Choose("mnuMode(0)");
+    EXPECT_EQ(Register("A").Value(), 165);
+    EXPECT_TRUE(port.Writes().empty()) << "a mode is restored, not loaded";
+    EXPECT_EQ(Child<QLineEdit>("txtRegBits(0)")->text().remove(' '), "10100101");
+    SelectDevice("ONE");
+    EXPECT_EQ(Captions("mnuMode", 2), "Low && slow Fast") << "read back from the part file";
+    OpenPart("TWO", kOneRegister);
+    EXPECT_FALSE(Item("mnuMode(0)")->isVisible());
+    EXPECT_EQ(Window().findChild<QAction*>("mnuMode(1)"), nullptr);
+}
+
+TEST_F(MainWindow, ClosesByItsRules) {
+    folder.File("tarnwick.ini", "");
+    const std::string path = WritePart("ONE", kOneRegister);
+    SelectDevice("ONE", "SingleInteger");
+    Register("A").Value(7);
+    Window().bOLEServer = true;
+    EXPECT_FALSE(Window().close()) << "held by another program";
+    Window().bOLEServer = false;
+
+    part.AddBurstCommand("0", BurstKind::Delay);
+    bool closed = true;
+    QTimer::singleShot(0, &Window(), [&] { closed = Window().close(); });
+    part.RunBurstCommands();   // Goes round until the close, in the middle of it, stops it.
+    EXPECT_FALSE(closed) << "the first close only stops the run";
+    EXPECT_TRUE(Window().isVisible());
+    EXPECT_TRUE(Window().close());
+    EXPECT_EQ(part.ID(), "");
+    EXPECT_NE(Contents(path).find("VALUE00=7"), std::string::npos) << "closing saves as a device change does";
+}
+
+TEST_F(MainWindow, AutoReloadRunsByItsMark) {
+    OpenPart("ONE", kOneRegister);
+    auto* timer = Window().findChild<QTimer*>("tmrAutoReload");
+    ASSERT_NE(timer, nullptr);
+    EXPECT_FALSE(timer->isActive());
+    EXPECT_EQ(timer->interval(), 10000);
+    Choose("mnuAutoReload");
+    EXPECT_TRUE(timer->isActive());
+    timer->setInterval(1);
+    port.Clear();
+    QTest::qWait(20);
+    EXPECT_GE(port.Words().size(), 2U * 8 + 3) << "each tick loads all";
+    Choose("mnuAutoReload");
+    EXPECT_FALSE(timer->isActive());
+    part.Updating(true);
+    Choose("mnuAutoReload");
+    EXPECT_FALSE(Item("mnuAutoReload")->isChecked()) << "while the program updates, a click does nothing";
+}
+
+TEST_F(MainWindow, TellsWhatCouldNotBeSaved) {
+    folder.File("tarnwick.ini", "");
+    WritePart("ONE", kOneRegister);
+    SelectDevice("ONE");
+    std::filesystem::remove(folder.Path("ONE.ini"));
+    std::filesystem::create_directory(folder.Path("ONE.ini"));
+    part.ClearPLL();
+    EXPECT_TRUE(Note().contains(QString::fromStdString(folder.Path("ONE.ini")))) << Note().toStdString();
+}
