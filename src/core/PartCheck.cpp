@@ -1,5 +1,6 @@
 #include "core/PartCheck.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
@@ -7,24 +8,13 @@
 #include <utility>
 #include <vector>
 
+#include "core/FieldBits.h"
 #include "core/Nearest.h"
 #include "core/Numbers.h"
 #include "core/PartFile.h"
 #include "core/cPart.h"
 
 namespace {
-
-/// Reads the bits of a field that has them: its own run, and the sign bit.
-std::uint64_t BitsOf(const cPrgmBits& field) {
-    std::uint64_t bits = 0;
-    for (int bit = field.Position(); bit < field.Position() + field.Length() && bit < 64; ++bit) {
-        bits |= bit < 0 ? 0 : std::uint64_t{1} << static_cast<unsigned>(bit);
-    }
-    if (field.Polarity() && field.PolarityPosition() >= 0 && field.PolarityPosition() < 64) {
-        bits |= std::uint64_t{1} << static_cast<unsigned>(field.PolarityPosition());
-    }
-    return bits;
-}
 
 class FieldCheck {
 public:
@@ -35,6 +25,7 @@ public:
         int place = 0;
         for (const cPrgmBits& field : part_.PrgmBits()) {
             item_ = FileItems::At(part_.Items().fields, place++);
+            CheckWords(field);
             CheckNames(field);
             CheckPlace(field);
             CheckList(field);
@@ -73,6 +64,20 @@ private:
                              "'" + one.ID() + "' names '" + other->ID() + "', which names '" +
                                  other->HighLowRegister() + "': the two of a pair name each other");
             }
+        }
+    }
+
+    /// The words that choose how a field is read count letter by letter, and any other is read as something else.
+    void CheckWords(const cPrgmBits& field) {
+        static const std::vector<std::string_view> types{"Bit", "Counter", "List", "Bits"};
+        const std::string type = file_.Text("BITS", PartFile::Key("TYPE", item_), "Bits");
+        if (std::find(types.begin(), types.end(), type) == types.end()) {
+            Report("TYPE", UnknownName("type", type, types) + "; '" + field.ID() + "' gets no control",
+                   Severity::Warning);
+        }
+        const std::string format = file_.Text("BITS", PartFile::Key("FORMAT", item_), "String");
+        if (format != "String" && NearestName(format, {"String"}) == "String") {
+            Report("FORMAT", "'" + format + "' is not 'String', so the list is read as numbers", Severity::Warning);
         }
     }
 

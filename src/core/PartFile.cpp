@@ -1,5 +1,7 @@
 #include "core/PartFile.h"
 
+#include <algorithm>
+
 #include "core/Errors.h"
 #include "core/Numbers.h"
 #include "core/PrivateSetting.h"
@@ -52,8 +54,18 @@ std::int16_t PartFile::Short(const std::string& section, const std::string& key,
     });
 }
 
+int PartFile::Count(const std::string& section, const std::string& key) const {
+    int count = 0;
+    IgnoringFailures([&] { count = FileShort(Text(section, key, "0")); });
+    return std::max(0, count);
+}
+
 void PartFile::Report(Severity severity, const std::string& section, const std::string& key, const std::string& text) {
-    const int line = section.empty() ? 0 : PrivateProfileLine(section, key, path_);
+    Report(severity, section.empty() ? 0 : PrivateProfileLine(section, key, path_), section, key, text);
+}
+
+void PartFile::Report(Severity severity, int line, const std::string& section, const std::string& key,
+                      const std::string& text) {
     problems_.Add({severity, path_, line, section, key, text});
 }
 

@@ -27,8 +27,14 @@ public:
     [[nodiscard]] std::int16_t Short(const std::string& section, const std::string& key, const std::string& defaultText,
                                      int lowest = -32768, int highest = 32767);
 
+    /// A count for the checks, which run when it was read and reported: 0 where it doesn't convert or is negative.
+    [[nodiscard]] int Count(const std::string& section, const std::string& key = "COUNT") const;
+
     /// Notes a fault of a key; `section` and `key` empty for the file as a whole.
     void Report(Severity severity, const std::string& section, const std::string& key, const std::string& text);
+    /// The same for a line at hand: one that a read of the key doesn't find.
+    void Report(Severity severity, int line, const std::string& section, const std::string& key,
+                const std::string& text);
 
     /// The key of an item's property, and of its mm-th list entry: NAME07, VAL0312.
     static std::string Key(const char* property, int item);

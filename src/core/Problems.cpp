@@ -33,3 +33,7 @@ int Problems::Count(Severity least) const noexcept {
     return static_cast<int>(
         std::count_if(list_.begin(), list_.end(), [&](const Problem& p) { return p.severity >= least; }));
 }
+
+void Problems::SortByLine() {
+    std::stable_sort(list_.begin(), list_.end(), [](const Problem& a, const Problem& b) { return a.line < b.line; });
+}

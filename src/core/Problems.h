@@ -28,6 +28,7 @@ class Problems {
 public:
     void Add(Problem problem) { list_.push_back(std::move(problem)); }
     void Clear() noexcept { list_.clear(); }
+    void SortByLine();   ///< Those of one line stay in the order of finding.
     [[nodiscard]] const std::vector<Problem>& All() const noexcept { return list_; }
     /// How many are of that severity or worse.
     [[nodiscard]] int Count(Severity least = Severity::Note) const noexcept;

@@ -94,10 +94,11 @@ public:
     [[nodiscard]] cPart& Parent() const noexcept { return parent_; }
     [[nodiscard]] cPart& Part() const noexcept { return parent_; }
 
-    // For the checks of a part file: the names that can only be set above.
+    // For the checks of a part file: what can only be set above.
     [[nodiscard]] const std::string& StepValueBitName() const noexcept { return stepValueBitName_; }
     [[nodiscard]] const std::string& MirrorBits() const noexcept { return mirrorBits_; }
     [[nodiscard]] const std::string& GreaterBitName() const noexcept { return greaterBitName_; }
+    [[nodiscard]] bool GreaterEqual() const noexcept { return greaterEqual_; }
 
     [[nodiscard]] bool HasValueList() const noexcept { return values_.size() > 1; }
     [[nodiscard]] bool HasStringList() const noexcept { return strings_.size() > 1; }

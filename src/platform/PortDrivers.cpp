@@ -6,8 +6,11 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/FaultPort.h"
+#include "platform/ParPort.h"
 #include "platform/PortLog.h"
 #include "platform/PortTrace.h"
+#include "platform/RawIoPort.h"
 #include "platform/RecordingPort.h"
 #include "platform/SimulatedPort.h"
 
@@ -21,8 +24,21 @@ static MadePort MakeSimulated(const PortSettings&) {
     return {std::make_unique<SimulatedPort>(), ""};
 }
 
+static MadePort MakeParPort(const PortSettings& settings) {
+    return {std::make_unique<ParPort>(settings.device), ""};
+}
+
+static MadePort MakeRawIo(const PortSettings&) {
+    return {std::make_unique<RawIoPort>(), ""};
+}
+
+static MadePort MakeFault(const PortSettings& settings);
+
 static constexpr PortDriver drivers[] = {
     {"simulated", "", MakeSimulated},
+    {"parport", "/dev/parport0", MakeParPort},
+    {"rawio", "", MakeRawIo},
+    {"fault", "", MakeFault},
 };
 
 static MadePort MakeDriver(PortSettings settings) {
@@ -34,6 +50,20 @@ static MadePort MakeDriver(PortSettings settings) {
     if (settings.device.empty())
         settings.device = driver->defaultDevice;
     return driver->make(settings);
+}
+
+static MadePort MakeFault(const PortSettings& settings) {
+    PortSettings inner = settings;
+    inner.driver = settings.backend;
+    MadePort made;
+    if (settings.backend == settings.driver) {
+        inner.driver = "simulated";
+        made.message = "BACKEND in tarnwick.ini can't be '" + settings.driver + "' itself; the simulated port is used";
+    }
+    MadePort wrapped = MakeDriver(std::move(inner));
+    made.message += wrapped.message;
+    made.port = std::make_unique<FaultPort>(std::move(wrapped.port), settings.seed);
+    return made;
 }
 
 static std::string RecordPath(const std::string& appPath, const std::string& file) {

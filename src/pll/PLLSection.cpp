@@ -1,5 +1,6 @@
 #include "pll/PLLSection.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/Errors.h"
@@ -70,6 +71,74 @@ void CheckPLL(cPart& part, PartFile& file, int item) {
     }
 }
 
+/// Reports what keeps one PLL from a frequency.
+class StartCheck {
+public:
+    StartCheck(cPLL& pll, PartFile& file, int item) : pll_(pll), file_(file), item_(item) {}
+
+    void Run() {
+        if (!Complete()) {
+            return;   // Reported where the field is named.
+        }
+        CheckTexts();
+        try {
+            CheckCounters();
+        } catch (const UserError& error) {
+            Report("NAME", Severity::Error, std::string("can't be computed: ") + error.what());
+        }
+        if (pll_.XtalFrequency() < 0) {
+            Report("OSCIN", Severity::Warning, "the reference is below 0 MHz");
+        }
+    }
+
+private:
+    void Report(const char* property, Severity severity, const std::string& text) {
+        file_.Report(severity, kSection, PartFile::Key(property, item_), text);
+    }
+
+    [[nodiscard]] bool Complete() const {
+        const auto known = [&](const std::string& name) { return pll_.Part().PrgmBits().Find(name) != nullptr; };
+        return known(pll_.NCounterName()) && known(pll_.RCounterName()) &&
+               (pll_.NumeratorName().empty() || (known(pll_.NumeratorName()) && known(pll_.DenominatorName())));
+    }
+
+    void CheckTexts() {
+        for (const char* property : {"N", "R", "FRACTNUM", "FRACTDEN"}) {
+            CheckNumeric(property, Severity::Warning, "the PLL counts with the numbers of its entries");
+        }
+        CheckNumeric("NP", Severity::Note, "the prescaler check can't calculate with it");
+    }
+
+    void CheckNumeric(const char* property, Severity severity, const std::string& effect) {
+        const std::string name = FieldName(file_, property, item_);
+        const cPrgmBits* field = pll_.Part().PrgmBits().Find(name);
+        if (field == nullptr || field->HasValueList() || !field->HasStringList()) {
+            return;   // A name that stands for nothing was reported.
+        }
+        const auto& texts = field->StringList();
+        if (!std::all_of(texts.begin(), texts.end(), [](const std::string& text) { return ParseNumber(text); })) {
+            Report(property, severity, "the texts of '" + name + "' aren't all numbers: " + effect);
+        }
+    }
+
+    /// Reads the counters only: reading a frequency would repair an R of 0.
+    void CheckCounters() {
+        if (pll_.RValue() == 0) {
+            Report("R", Severity::Warning, "R starts at 0: it becomes 1 as soon as a frequency is shown");
+        }
+        if (pll_.NValue() == 0) {
+            Report("N", Severity::Warning, "N starts at 0, and so does the VCO frequency");
+        }
+        if (!pll_.NumeratorName().empty() && pll_.DenValue() <= 0) {
+            Report("FRACTDEN", Severity::Warning, "the denominator starts at 0: the fraction doesn't count");
+        }
+    }
+
+    cPLL& pll_;
+    PartFile& file_;
+    int item_;
+};
+
 }   // namespace
 
 void ReadPLLs(cPart& part, PartFile& file) {
@@ -82,5 +151,12 @@ void ReadPLLs(cPart& part, PartFile& file) {
 void CheckPLLs(cPart& part, PartFile& file) {
     for (const int item : part.Items().plls) {
         CheckPLL(part, file, item);
+    }
+}
+
+void CheckPLLStarts(cPart& part, PartFile& file) {
+    int place = 0;
+    for (cPLL& pll : part.PLLs()) {
+        StartCheck(pll, file, FileItems::At(part.Items().plls, place++)).Run();
     }
 }

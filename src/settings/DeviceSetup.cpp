@@ -5,11 +5,10 @@
 #include "core/PartFile.h"
 #include "core/PartFileReader.h"
 #include "core/cPart.h"
+#include "platform/PrivateProfile.h"
 #include "pll/PLLSection.h"
 #include "settings/Modes.h"
 #include "settings/PartFilePath.h"
-
-namespace {
 
 void ReadPartFile(cPart& part, const std::string& path) {
     PartFile file(path, part.FileProblems());
@@ -25,9 +24,16 @@ void ReadPartFile(cPart& part, const std::string& path) {
     ReadModes(part, file);
     CheckRegistersAndFields(part, file);
     CheckPLLs(part, file);
+    if (!PrivateProfileReadError(path)) {
+        CheckKeys(part, file);
+        CheckWiring(part, file);
+        CheckCoverage(part, file);
+        CheckStartValues(part, file);
+        CheckPLLStarts(part, file);
+        CheckModes(part, file);
+    }
+    part.FileProblems().SortByLine();
 }
-
-}   // namespace
 
 void SetupPartForm(cPart& part, const std::string& appPath, std::string& partName, bool hasFamily) {
     const std::string path = PartFilePath(appPath, partName);

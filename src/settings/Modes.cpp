@@ -62,6 +62,50 @@ ModeState ReadMode(cPart& part, const std::string& path, int index) {
     return mode;
 }
 
+/// Reports what is wrong with the registers, references and pins of one mode.
+class ModeCheck {
+public:
+    ModeCheck(const cPart& part, PartFile& file, int mode) : part_(part), file_(file), mode_(mode) {}
+
+    void Run(int plls) {
+        for (int i = 0; i < part_.Registers().Count(); ++i) {
+            const std::string key = PartFile::Key("NAME", mode_, i);
+            const std::string name = file_.Text(kModes, key, "");
+            if (name.empty()) {
+                Report(PartFile::Key("MODE", mode_), key + " is missing: a mode names each of the device's " +
+                                                         std::to_string(part_.Registers().Count()) + " registers");
+                return;
+            }
+            if (part_.Registers().Find(name) == nullptr) {
+                Report(key, UnknownName("register", name, part_.Registers().Names()));
+            }
+            CheckNumber(PartFile::Key("VALUE", mode_, i), "0", FileDouble);
+        }
+        for (int i = 0; i < plls; ++i) {
+            CheckNumber(PartFile::Key("OSCIN", mode_, i), "10", FileDouble);
+        }
+        CheckNumber(PartFile::Key("PINS", mode_), "0", FileShort);
+    }
+
+private:
+    void Report(const std::string& key, const std::string& text) {
+        file_.Report(Severity::Error, kModes, key, text + "; the mode can't be chosen");
+    }
+
+    template <class Convert>
+    void CheckNumber(const std::string& key, const char* standard, Convert convert) {
+        try {
+            static_cast<void>(convert(file_.Text(kModes, key, standard)));
+        } catch (const ConversionError& error) {
+            Report(key, error.what());
+        }
+    }
+
+    const cPart& part_;
+    PartFile& file_;
+    int mode_;
+};
+
 std::string ReferenceText(const ReferenceTexts& references, int index, cPLL& pll) {
     const auto place = static_cast<std::size_t>(index);
     return place < references.size() ? references[place] : GeneralText(pll.XtalFrequency());
@@ -73,6 +117,16 @@ void ReadModes(cPart& part, PartFile& file) {
     const int count = file.Short(kModes, "COUNT", "0");
     for (int i = 0; i < count; ++i) {
         part.Display().AddMode(i, file.Text(kModes, PartFile::Key("MODE", i), PartFile::Key("CAPTION", i)));
+    }
+}
+
+void CheckModes(cPart& part, PartFile& file) {
+    for (int i = 0, count = file.Count(kModes); i < count; ++i) {
+        const bool written = !file.Text(kModes, PartFile::Key("MODE", i), "").empty() ||
+                             !file.Text(kModes, PartFile::Key("NAME", i, 0), "").empty();
+        if (written) {
+            ModeCheck(part, file, i).Run(part.PLLs().Count());
+        }
     }
 }
 

@@ -15,6 +15,9 @@ using ReferenceTexts = std::vector<std::string>;
 /// Makes a menu entry for each mode of the part file.
 void ReadModes(cPart& part, PartFile& file);
 
+/// Reports modes that RestoreMode would refuse.
+void CheckModes(cPart& part, PartFile& file);
+
 /// Stores the device's present state as a new mode and returns its number. `error` is empty, or tells why the
 /// file couldn't be written; then there is no new mode.
 int AddMode(cPart& part, const std::string& appPath, const std::string& name, const ReferenceTexts& references,

@@ -16,9 +16,8 @@ QFont Found() {
     face.setFamily(QStringLiteral("monospace"));
     if (!QFontInfo(face).fixedPitch()) {
         const QStringList families = QFontDatabase::families();
-        const auto fixed = std::find_if(families.begin(), families.end(), [](const QString& family) {
-            return QFontDatabase::isFixedPitch(family);
-        });
+        const auto fixed = std::find_if(families.begin(), families.end(),
+                                        [](const QString& family) { return QFontDatabase::isFixedPitch(family); });
         if (fixed != families.end()) {
             face.setFamily(*fixed);
         }

@@ -4,7 +4,7 @@
 #include <QVBoxLayout>
 
 #include "pll/EntryTexts.h"
-#include "pll/Spinners.h"
+#include "pll/PLLSpinners.h"
 
 struct PLLPage::BoxEvents {
     EntryBox box;
@@ -126,10 +126,10 @@ void PLLPage::lblCPState_Click() {
 }
 
 void PLLPage::SpinnerStepped(int which, bool up) {
-    const auto spinner = static_cast<Spinner>(which);
+    const auto spinner = static_cast<PLLSpinner>(which);
     const SpinResult result = Spin(host_.Device(), index_, spinner, up ? SpinButton::Up : SpinButton::Down, FpdText());
     if (result.text) {
-        diagram_->Box(spinner == Spinner::FractNum ? EntryBox::FractNum : EntryBox::FractDen)
+        diagram_->Box(spinner == PLLSpinner::FractNum ? EntryBox::FractNum : EntryBox::FractDen)
             .ShowText(Qt8(*result.text));
     }
     Follow(result, FollowUpOf(spinner));

@@ -57,7 +57,9 @@ void StatusStrip::ShowProblems(const Problems& problems, const QString& device) 
     problemLines_.clear();
     device_ = device;
     for (const Problem& problem : problems.All()) {
-        problemLines_ << Text(problem.Message());
+        if (problem.severity >= Severity::Warning) {   // Notes would drown what needs to be done.
+            problemLines_ << Text(problem.Message());
+        }
     }
     const auto count = problemLines_.size();
     problems_->setVisible(count > 0);

@@ -15,8 +15,8 @@
 #include <thread>
 
 #include "FailingCalls.h"
-#include "ScratchFolder.h"
 #include "platform/PrivateProfile.h"
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -29,9 +29,9 @@ void Put(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
-std::vector<std::string> FilesIn(const ScratchFolder& folder) {
+std::vector<std::string> FilesIn(const TempFolder& folder) {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder.AppPath())) {
+    for (const auto& entry : fs::directory_iterator(folder.Path(""))) {
         names.push_back(entry.path().filename().string());
     }
     return names;
@@ -44,8 +44,8 @@ struct Situation {
 
 // Replaces with the n-th call failing. Returns its kind, nothing if there was no n-th call.
 std::string ReplaceWithFault(int n, const Situation& given) {
-    const ScratchFolder folder;
-    const std::string path = folder.File("a.ini");
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
     if (given.exists) {
         Put(path, oldText);
     }
@@ -87,8 +87,8 @@ TEST(AtomicFile, AnyFailingCallLeavesTheOldOrTheNewFileAloneInItsFolder) {
 }
 
 TEST(AtomicFile, KeepsModeAndOwner) {
-    const ScratchFolder folder;
-    const std::string path = folder.File("a.ini");
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
     const bool administrator = ::geteuid() == 0;
     for (const mode_t mode : {0600, 0644, 0666, 0751}) {
         Put(path, oldText);
@@ -106,36 +106,36 @@ TEST(AtomicFile, KeepsModeAndOwner) {
 }
 
 TEST(AtomicFile, FollowsLinks) {
-    const ScratchFolder folder;
-    fs::create_directory(folder.File("sub"));
-    fs::create_symlink("sub/second", folder.File("first"));
-    fs::create_symlink("../target.ini", folder.File("sub/second"));
-    fs::create_symlink("circle", folder.File("circle"));
+    const TempFolder folder;
+    fs::create_directory(folder.Path("sub"));
+    fs::create_symlink("sub/second", folder.Path("first"));
+    fs::create_symlink("../target.ini", folder.Path("sub/second"));
+    fs::create_symlink("circle", folder.Path("circle"));
     for (const char* text : {"made through a dangling link", "replaced through it"}) {
-        EXPECT_EQ(ReplaceFile(folder.File("first"), text), "");
+        EXPECT_EQ(ReplaceFile(folder.Path("first"), text), "");
         EXPECT_EQ(folder.Read("target.ini"), text);
-        EXPECT_TRUE(fs::is_symlink(folder.File("first")) && fs::is_symlink(folder.File("sub/second")));
+        EXPECT_TRUE(fs::is_symlink(folder.Path("first")) && fs::is_symlink(folder.Path("sub/second")));
     }
-    EXPECT_EQ(ReplaceFile(folder.File("circle"), "x"),
-              "cannot write " + folder.File("circle") + ": " + std::generic_category().message(ELOOP));
+    EXPECT_EQ(ReplaceFile(folder.Path("circle"), "x"),
+              "cannot write " + folder.Path("circle") + ": " + std::generic_category().message(ELOOP));
 }
 
 TEST(AtomicFile, RefusesWhatIsNoFile) {
-    const ScratchFolder folder;
-    fs::create_directory(folder.File("sub"));
-    ASSERT_EQ(::mkfifo(folder.File("pipe").c_str(), 0666), 0);
+    const TempFolder folder;
+    fs::create_directory(folder.Path("sub"));
+    ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0666), 0);
     const std::vector<std::pair<std::string, std::string>> refused = {
-        {folder.File("sub"), FileErrorText(EISDIR)},
-        {folder.File("pipe"), "Not a regular file"},
+        {folder.Path("sub"), FileErrorText(EISDIR)},
+        {folder.Path("pipe"), "Not a regular file"},
         {"/dev/null", "Not a regular file"},
-        {folder.File("none/a.ini"), FileErrorText(ENOENT)},
-        {folder.File(std::string(300, 'n')), FileErrorText(ENAMETOOLONG)}};
+        {folder.Path("none/a.ini"), FileErrorText(ENOENT)},
+        {folder.Path(std::string(300, 'n')), FileErrorText(ENAMETOOLONG)}};
     for (const auto& [path, reason] : refused) {
         std::string expected = "cannot write ";
         EXPECT_EQ(ReplaceFile(path, "x"), expected.append(path).append(": ").append(reason));
     }
     EXPECT_EQ(FilesIn(folder).size(), 2U);
-    EXPECT_EQ(ReplaceFile(folder.File(std::string(255, 'n')), "x"), "");
+    EXPECT_EQ(ReplaceFile(folder.Path(std::string(255, 'n')), "x"), "");
 }
 
 // Saves two contents in turn until it is killed.
@@ -146,8 +146,8 @@ TEST(AtomicFile, RefusesWhatIsNoFile) {
 }
 
 TEST(AtomicFile, AKillLeavesTheOldOrTheNewContentsAndNoPileOfFiles) {
-    const ScratchFolder folder;
-    const std::string path = folder.File("a.ini");
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
     const std::string filler(100'000, 'f');
     const std::string first = "; kept\n[s]\nk=one\r\n";
     std::string second = first;

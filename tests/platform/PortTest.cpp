@@ -9,12 +9,12 @@
 #include <utility>
 #include <vector>
 
-#include "ScratchFolder.h"
 #include "platform/PortDrivers.h"
 #include "platform/PortLog.h"
 #include "platform/PortTrace.h"
 #include "platform/RecordingPort.h"
 #include "platform/SimulatedPort.h"
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -35,7 +35,7 @@ private:
 };
 
 struct Recorded {
-    ScratchFolder folder;
+    TempFolder folder;
     Writes passed;
     std::chrono::steady_clock::time_point now;
     RecordingPort port{std::make_unique<DeadPort>(passed), [this] { return now; }};
@@ -129,9 +129,9 @@ TEST(PortTrace, ShowsConnectorLevelsInRisingTime) {
 
 TEST(RecordingPort, PassesEverythingOnAndRecordsFromOpeningToClosing) {
     Recorded r;
-    r.port.Add("log", r.folder.File("port.log"), std::make_unique<PortLog>());
-    r.port.Add("trace", r.folder.File("port.vcd"), std::make_unique<PortTrace>());
-    std::ofstream(r.folder.File("port.log")) << "an older record that is longer than the new one\n";
+    r.port.Add("log", r.folder.Path("port.log"), std::make_unique<PortLog>());
+    r.port.Add("trace", r.folder.Path("port.vcd"), std::make_unique<PortTrace>());
+    std::ofstream(r.folder.Path("port.log")) << "an older record that is longer than the new one\n";
 
     r.WriteAt(500, 0x378, 0xEE);
     EXPECT_FALSE(r.port.OpenTVicPort()) << "the result is that of the wrapped port";
@@ -162,12 +162,12 @@ TEST(RecordingPort, PassesEverythingOnAndRecordsFromOpeningToClosing) {
 }
 
 TEST(RecordingPort, LongRecordsGoOutInPiecesAndEndWhole) {
-    const ScratchFolder folder;
+    const TempFolder folder;
     constexpr int count = 20'000;
     {
         RecordingPort port(std::make_unique<SimulatedPort>(), [] { return std::chrono::steady_clock::time_point(); });
-        port.Add("log", folder.File("port.log"), std::make_unique<PortLog>());
-        port.Add("trace", folder.File("port.vcd"), std::make_unique<PortTrace>());
+        port.Add("log", folder.Path("port.log"), std::make_unique<PortLog>());
+        port.Add("trace", folder.Path("port.vcd"), std::make_unique<PortTrace>());
         port.OpenTVicPort();
         for (int i = 0; i < count; ++i)
             port.WritePort(static_cast<std::uint16_t>(i), static_cast<std::uint8_t>(i));
@@ -191,11 +191,11 @@ TEST(RecordingPort, AFailingRecordIsReportedAndStopsNothing) {
     };
     for (const auto& c : cases) {
         Recorded r;
-        const std::string path = (std::filesystem::path(r.folder.AppPath()) / c.path).string();
+        const std::string path = (std::filesystem::path(r.folder.Path("")) / c.path).string();
         r.port.Add("log", path, std::make_unique<PortLog>());
-        r.port.Add("trace", r.folder.File("port.vcd"), std::make_unique<PortTrace>());
+        r.port.Add("trace", r.folder.Path("port.vcd"), std::make_unique<PortTrace>());
         r.port.OpenTVicPort();
-        std::filesystem::remove(r.folder.File("deleted.log"));
+        std::filesystem::remove(r.folder.Path("deleted.log"));
         r.WriteAt(1, 0x378, 1);
         r.port.Idle();
         r.WriteAt(2, 0x378, 2);
@@ -212,8 +212,8 @@ TEST(RecordingPort, AFailingRecordIsReportedAndStopsNothing) {
 
 // A full disk may take a part of what is written to it, and may have room again later.
 TEST(RecordFile, EndsBeforeTheFirstLostEntryWhenTheDiskIsFull) {
-    const ScratchFolder folder;
-    RecordFile file(folder.File("port.log"));
+    const TempFolder folder;
+    RecordFile file(folder.Path("port.log"));
     file.Open();
     file.Append("first\n", 1);
     file.Flush();
@@ -250,8 +250,8 @@ TEST(PortDrivers, FollowsTheSettingsOrSaysWhatItCannot) {
          {"a.log"}},
     };
     for (const auto& c : cases) {
-        const ScratchFolder folder;
-        const MadePort made = MakePort(c.settings, folder.AppPath());
+        const TempFolder folder;
+        const MadePort made = MakePort(c.settings, folder.Path(""));
         ASSERT_NE(made.port, nullptr) << c.fault;
         EXPECT_TRUE(made.message.starts_with(c.message)) << made.message;
         EXPECT_EQ(made.message.empty(), c.message.empty()) << made.message;
@@ -262,7 +262,7 @@ TEST(PortDrivers, FollowsTheSettingsOrSaysWhatItCannot) {
         EXPECT_EQ(made.port->Status().summary, "Simulated port") << c.fault;
         for (const std::string& file : c.files)
             EXPECT_FALSE(folder.Read(file).empty()) << c.fault << ": " << file;
-        const std::filesystem::directory_iterator entries(folder.AppPath());
+        const std::filesystem::directory_iterator entries(folder.Path(""));
         EXPECT_EQ(static_cast<std::size_t>(std::distance(begin(entries), end(entries))), c.files.size()) << c.fault;
     }
 }

@@ -20,7 +20,7 @@
 #include <vector>
 
 #include "FailingCalls.h"
-#include "ScratchFolder.h"
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -128,8 +128,8 @@ void Prepare(const Json& file, const std::string& path) {
 
 // What went wrong, or nothing.
 std::string RunCase(const Json& test) {
-    const ScratchFolder folder;
-    const std::string path = folder.File(test["file"]["kind"] == "absent_no_folder" ? "none/case.ini" : "case.ini");
+    const TempFolder folder;
+    const std::string path = folder.Path(test["file"]["kind"] == "absent_no_folder" ? "none/case.ini" : "case.ini");
     Prepare(test["file"], path);
     std::string faults;
     int number = 0;
@@ -141,7 +141,7 @@ std::string RunCase(const Json& test) {
                       Json(got).dump(-1, ' ', true, Json::error_handler_t::replace) + "\n";
         }
     }
-    fs::permissions(folder.AppPath(), fs::perms::owner_all);
+    fs::permissions(folder.Path(""), fs::perms::owner_all);
     return faults;
 }
 
@@ -203,9 +203,9 @@ TEST(PrivateProfile, ChangesOnlyWhatItIsTold) {
         {"a line end in a name hides the key after it", "[s]\na=1\n[t]\n", "s", "x\n[u]\ny", "2",
          "[s]\na=1\nx\n[u]\ny=2\r\n[t]\n"}};
     for (const Edit& edit : edits) {
-        const ScratchFolder folder;
-        Put(folder.File("a.ini"), edit.before);
-        EXPECT_TRUE(WritePrivateProfileStringA(edit.section, edit.key, edit.value, folder.File("a.ini").c_str()));
+        const TempFolder folder;
+        Put(folder.Path("a.ini"), edit.before);
+        EXPECT_TRUE(WritePrivateProfileStringA(edit.section, edit.key, edit.value, folder.Path("a.ini").c_str()));
         EXPECT_EQ(folder.Read("a.ini"), edit.after) << edit.fault;
     }
 }
@@ -217,8 +217,8 @@ std::string Value(const std::string& path, const std::string& section, const std
 }
 
 TEST(PrivateProfile, TellsTheLineOfWhatAReadFinds) {
-    const ScratchFolder folder;
-    const std::string path = folder.File("a.ini");
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
     Put(path, "; c\r\n\r\n[one]\rword\nk=1\r\nk=2\r\n[Two]\n[one]\nj=1");
     const std::vector<std::tuple<const char*, const char*, int>> lines = {
         {"ONE", " K ", 5}, {"one", "j", 3}, {"one", "word", 3}, {"two", "k", 7}, {"three", "k", 0}};
@@ -231,8 +231,8 @@ TEST(PrivateProfile, TellsTheLineOfWhatAReadFinds) {
 }
 
 TEST(PrivateProfile, SeesAChangeByOthersAtOnce) {
-    const ScratchFolder folder;
-    const std::string path = folder.File("a.ini");
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
     // Of the same length, in the same inode, and in a file system that counts whole seconds.
     const timespec second = {std::time(nullptr), 0};
     const std::array<timespec, 2> times = {second, second};
@@ -244,9 +244,9 @@ TEST(PrivateProfile, SeesAChangeByOthersAtOnce) {
 }
 
 TEST(PrivateProfile, ASnapshotHoldsTheFileAndTakesOwnWrites) {
-    const ScratchFolder folder;
-    const std::string path = folder.File("a.ini");
-    const std::string other = folder.AppPath() + "./a.ini";
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
+    const std::string other = folder.Path("") + "./a.ini";
     Put(path, "[s]\na=1\nb=1\n");
     {
         const ProfileSnapshot snapshot(path);
@@ -264,7 +264,7 @@ TEST(PrivateProfile, ASnapshotHoldsTheFileAndTakesOwnWrites) {
         EXPECT_TRUE(WritePrivateProfileStringA("s", "b", "4", path.c_str()));
         EXPECT_EQ(Value(path, "s", "b"), "4");
         for (int i = 0; i < 20; ++i) {
-            EXPECT_EQ(Value(folder.File(std::to_string(i)), "s", "a"), "none");
+            EXPECT_EQ(Value(folder.Path(std::to_string(i)), "s", "a"), "none");
         }
         Put(path, "[s]\na=5\n");
         EXPECT_EQ(Value(path, "s", "b"), "4") << "pushed out by reads of other files";
@@ -273,8 +273,8 @@ TEST(PrivateProfile, ASnapshotHoldsTheFileAndTakesOwnWrites) {
 }
 
 TEST(PrivateProfile, AnyFailingCallLeavesTheFileAndSaysWhy) {
-    const ScratchFolder folder;
-    const std::string path = folder.File("a.ini");
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
     std::string failed = "first";
     for (int n = 0; !failed.empty(); ++n) {
         Put(path, "[s]\nk=1\n");
@@ -297,19 +297,19 @@ TEST(PrivateProfile, AnyFailingCallLeavesTheFileAndSaysWhy) {
 }
 
 TEST(PrivateProfile, SaysWhyAFileCannotBeRead) {
-    const ScratchFolder folder;
-    Put(folder.File("a.ini"), "");
-    ASSERT_EQ(::mkfifo(folder.File("pipe").c_str(), 0666), 0);
-    EXPECT_EQ(PrivateProfileReadError(folder.File("a.ini")), std::nullopt);
-    EXPECT_EQ(PrivateProfileReadError(folder.File("b.ini")), FileErrorText(ENOENT));
-    EXPECT_EQ(PrivateProfileReadError(folder.AppPath()), FileErrorText(EISDIR));
-    EXPECT_EQ(PrivateProfileReadError(folder.File("pipe")), "Not a regular file");   // And doesn't wait for it.
+    const TempFolder folder;
+    Put(folder.Path("a.ini"), "");
+    ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0666), 0);
+    EXPECT_EQ(PrivateProfileReadError(folder.Path("a.ini")), std::nullopt);
+    EXPECT_EQ(PrivateProfileReadError(folder.Path("b.ini")), FileErrorText(ENOENT));
+    EXPECT_EQ(PrivateProfileReadError(folder.Path("")), FileErrorText(EISDIR));
+    EXPECT_EQ(PrivateProfileReadError(folder.Path("pipe")), "Not a regular file");   // And doesn't wait for it.
 }
 
 TEST(ProfileTransaction, GivesWhatSingleWritesGive) {
     NoFlush calls;
     const FileCallsInPlace inPlace(calls);
-    const ScratchFolder folder;
+    const TempFolder folder;
     const std::vector<std::string> starts = {"", "x=0\n[a]\nk=1\nK=2\nword\n\n; c\n[b]\n[A]\nl=3", "\xEF\xBB\xBF",
                                              "\xFF\xFE", "[b\nword\nk = 1\n\n[a]x\n;k=1"};
     const std::vector<std::string> sections = {"a", " B ", "c", "[d]", "", "e\nk=1"};
@@ -319,16 +319,16 @@ TEST(ProfileTransaction, GivesWhatSingleWritesGive) {
     const auto pick = [&](const std::vector<std::string>& from) { return from[random() % from.size()]; };
     for (int round = 0; round < 300; ++round) {
         const std::string& start = starts[static_cast<std::size_t>(round) % starts.size()];
-        Put(folder.File("one"), start);
-        Put(folder.File("all"), start);
-        ProfileTransaction transaction(folder.File("all"));
+        Put(folder.Path("one"), start);
+        Put(folder.Path("all"), start);
+        ProfileTransaction transaction(folder.Path("all"));
         std::string log;
         for (int i = 0; i < 12; ++i) {
             const std::string section = pick(sections);
             const std::string key = pick(keys);
             const std::string value = pick(values);
             log += Json({section, key, value}).dump();
-            WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), folder.File("one").c_str());
+            WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), folder.Path("one").c_str());
             transaction.Write(section, key, value);
         }
         ASSERT_EQ(folder.Read("all"), start) << "written before its end";
@@ -338,8 +338,8 @@ TEST(ProfileTransaction, GivesWhatSingleWritesGive) {
 }
 
 TEST(ProfileTransaction, TouchesNothingWithoutAChangeAndCanStartEmpty) {
-    const ScratchFolder folder;
-    const std::string path = folder.File("a.ini");
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
     EXPECT_TRUE(ProfileTransaction(path).Commit());
     EXPECT_FALSE(fs::exists(path));
     Put(path, "[s]\nk=1\r\n");
@@ -370,8 +370,8 @@ double Milliseconds(const std::function<void()>& work) {
 
 // The bounds are far above what it takes, and far below what work that grows with the square would take.
 TEST(ProfileTransaction, LargeFilesTakeTimeInProportion) {
-    const ScratchFolder folder;
-    const std::string path = folder.File("a.ini");
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
     constexpr int count = 131'000;
     const double writing = Milliseconds([&] {
         ProfileTransaction transaction(path);

@@ -4,8 +4,8 @@
 #include <sstream>
 #include <vector>
 
-#include "ScratchFolder.h"
 #include "platform/PortDrivers.h"
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -32,11 +32,11 @@ void Load(Port& port, const Wiring& wiring, int width, unsigned value) {
 
 // What the decoder found between two rises of LE, as numbers: one list for each line "spi-1: 580005". Any
 // other line gives a list that was never sent.
-std::vector<std::vector<unsigned>> Transfers(const ScratchFolder& folder, const Wiring& wiring, int wordSize) {
-    const std::string command = "sigrok-cli -I vcd -i " + folder.File("load.vcd") +
+std::vector<std::vector<unsigned>> Transfers(const TempFolder& folder, const Wiring& wiring, int wordSize) {
+    const std::string command = "sigrok-cli -I vcd -i " + folder.Path("load.vcd") +
                                 " -A spi=mosi-transfer -P spi:" + wiring.decoder +
                                 ":cpol=0:cpha=0:wordsize=" + std::to_string(wordSize);
-    if (::system((command + " > " + folder.File("transfers") + " 2>&1").c_str()) != 0)
+    if (::system((command + " > " + folder.Path("transfers") + " 2>&1").c_str()) != 0)
         return {};
     std::vector<std::vector<unsigned>> transfers;
     std::istringstream lines(folder.Read("transfers"));
@@ -72,8 +72,8 @@ TEST(Sigrok, ReadsTheLoadedWordsBackFromTheTrace) {
         {clockOnC1, 32, words32}, {controlLines, 24, words24},
     };
     for (const auto& c : cases) {
-        const ScratchFolder folder;
-        const MadePort made = MakePort({.trace = "load.vcd"}, folder.AppPath());
+        const TempFolder folder;
+        const MadePort made = MakePort({.trace = "load.vcd"}, folder.Path(""));
         made.port->OpenTVicPort();
         std::vector<std::vector<unsigned>> sent;
         for (const unsigned word : c.words) {

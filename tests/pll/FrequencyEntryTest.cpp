@@ -7,7 +7,7 @@
 #include "core/DeviceDisplay.h"
 #include "core/Numbers.h"
 #include "pll/EntryTexts.h"
-#include "pll/Spinners.h"
+#include "pll/PLLSpinners.h"
 #include "pll/StepCommands.h"
 #include "pll/TestLoop.h"
 
@@ -181,11 +181,11 @@ TEST(FrequencyEntry, OrderOfDisplayAndLoadAfterEachSource) {
          "plls registers load ",
          "plls registers load "},
         {{FollowUpOf(RCounter, kEnter), FollowUpOf(RCounter, kLeft), FollowUpOf(NCounter, kEnter),
-          FollowUpOf(NCounter, kLeft), FollowUpOf(Spinner::RCounter), FollowUpOf(Spinner::Fpd),
-          FollowUpOf(Spinner::NCounter), kAfterStep},
+          FollowUpOf(NCounter, kLeft), FollowUpOf(PLLSpinner::RCounter), FollowUpOf(PLLSpinner::Fpd),
+          FollowUpOf(PLLSpinner::NCounter), kAfterStep},
          "registers plls load ",
          "registers plls load "},
-        {{FollowUpOf(Spinner::FractNum), FollowUpOf(Spinner::FractDen)},
+        {{FollowUpOf(PLLSpinner::FractNum), FollowUpOf(PLLSpinner::FractDen)},
          "load registers plls ",
          "load registers plls "},
         {{kAfterSet}, "plls load ", "plls load "},

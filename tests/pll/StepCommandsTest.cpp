@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/Numbers.h"
-#include "pll/Spinners.h"
+#include "pll/PLLSpinners.h"
 #include "pll/TestLoop.h"
 
 namespace {
@@ -82,7 +82,7 @@ TEST(StepCommands, ThreeLoopsAreApart) {
 
 TEST(Spinners, StepTheirFieldTheirWay) {
     struct Case {
-        Spinner spinner;
+        PLLSpinner spinner;
         SpinButton button;
         double r;
         const char* counters;
@@ -91,17 +91,17 @@ TEST(Spinners, StepTheirFieldTheirWay) {
     using enum SpinButton;
     const Case cases[] = {
         // Starting at N 1000 and 3/4.
-        {Spinner::RCounter, Up, 100, "1000/101/3/4"},
-        {Spinner::RCounter, Down, 100, "1000/99/3/4"},
-        {Spinner::Fpd, Up, 100, "1000/99/3/4"},
-        {Spinner::Fpd, Down, 1, "1000/2/3/4"},
-        {Spinner::Fpd, Up, 1, "1000/0/3/4"},
-        {Spinner::NCounter, Up, 100, "1001/100/3/4"},
-        {Spinner::NCounter, Down, 100, "999/100/3/4"},
-        {Spinner::FractNum, Up, 100, "1000/100/4/4", "4"},
-        {Spinner::FractNum, Down, 100, "1000/100/2/4", "2"},
-        {Spinner::FractDen, Up, 100, "1000/100/3/5", "5"},
-        {Spinner::FractDen, Down, 100, "1000/100/3/3", "3"},
+        {PLLSpinner::RCounter, Up, 100, "1000/101/3/4"},
+        {PLLSpinner::RCounter, Down, 100, "1000/99/3/4"},
+        {PLLSpinner::Fpd, Up, 100, "1000/99/3/4"},
+        {PLLSpinner::Fpd, Down, 1, "1000/2/3/4"},
+        {PLLSpinner::Fpd, Up, 1, "1000/0/3/4"},
+        {PLLSpinner::NCounter, Up, 100, "1001/100/3/4"},
+        {PLLSpinner::NCounter, Down, 100, "999/100/3/4"},
+        {PLLSpinner::FractNum, Up, 100, "1000/100/4/4", "4"},
+        {PLLSpinner::FractNum, Down, 100, "1000/100/2/4", "2"},
+        {PLLSpinner::FractDen, Up, 100, "1000/100/3/5", "5"},
+        {PLLSpinner::FractDen, Down, 100, "1000/100/3/3", "3"},
     };
     for (const Case& c : cases) {
         TestLoop t(4, 10, c.r);
@@ -113,11 +113,11 @@ TEST(Spinners, StepTheirFieldTheirWay) {
     }
     TestLoop integer;
     const std::string before = integer.Counters();
-    EXPECT_FALSE(Spin(integer.part, 0, Spinner::FractNum, Up, "100").handled);
-    EXPECT_FALSE(Spin(integer.part, 1, Spinner::RCounter, Up, "100").handled);
-    EXPECT_TRUE(Spin(integer.part, 0, Spinner::NCounter, Up, "1,000").Refused());
+    EXPECT_FALSE(Spin(integer.part, 0, PLLSpinner::FractNum, Up, "100").handled);
+    EXPECT_FALSE(Spin(integer.part, 1, PLLSpinner::RCounter, Up, "100").handled);
+    EXPECT_TRUE(Spin(integer.part, 0, PLLSpinner::NCounter, Up, "1,000").Refused());
     integer.part.ID("");
-    EXPECT_FALSE(Spin(integer.part, 0, Spinner::RCounter, Up, "100").handled);
+    EXPECT_FALSE(Spin(integer.part, 0, PLLSpinner::RCounter, Up, "100").handled);
     EXPECT_EQ(integer.Counters(), before);
 }
 

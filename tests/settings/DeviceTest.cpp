@@ -108,7 +108,11 @@ TEST(DeviceSetup, BuildsTheDeviceAndSendsNothing) {
     EXPECT_EQ(device.part.ID(), "DEV");
     EXPECT_FALSE(device.part.Updating());
     EXPECT_EQ(device.part.Registers().Count(), 2) << "the second register called A is left out";
-    EXPECT_EQ(device.part.FileProblems().Count(), 1);
+    std::string faults;
+    for (const Problem& problem : device.part.FileProblems().All()) {
+        faults += problem.severity == Severity::Error ? ' ' + problem.key : "";
+    }
+    EXPECT_EQ(faults, " NAME01 MODE01 NAME0100");
     EXPECT_EQ(device.part.DataPosition(), 8);
     EXPECT_TRUE(device.port.Writes().empty());
     for (cRegister& each : device.part.Registers()) {
@@ -132,7 +136,7 @@ TEST(DeviceSetup, ShippedDevicesOpenWithoutProblems) {
             ++devices;
             EXPECT_GT(part.Registers().Count(), 0) << name;
             for (const Problem& problem : part.FileProblems().All()) {
-                ADD_FAILURE() << problem.Message();
+                EXPECT_EQ(problem.severity, Severity::Note) << problem.Message();
             }
         }
     }

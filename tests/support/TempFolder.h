@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 /// An empty folder of its own, removed with all that is in it.
@@ -28,6 +29,12 @@ public:
     std::string File(const std::string& name, const std::string& contents) const {
         std::ofstream(path_ / name, std::ios::binary) << contents;
         return Path(name);
+    }
+
+    /// The contents of a file; empty without one.
+    [[nodiscard]] std::string Read(const std::string& name) const {
+        std::ifstream in(path_ / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
     }
 
 private:

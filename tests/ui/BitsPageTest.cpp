@@ -118,7 +118,7 @@ R00=M
 /// Notes which displays are refreshed, and how much had gone to the port by then.
 class RefreshLog : public DeviceDisplay {
 public:
-    explicit RefreshLog(const RecordingPort& port) : port_(port) {}
+    explicit RefreshLog(const FakePort& port) : port_(port) {}
     void ShowPLLs() override { Log('P'); }
     void ShowBits() override { Log('B'); }
     void ShowRegisters() override { Log('R'); }
@@ -128,7 +128,7 @@ public:
 private:
     void Log(char display) { order += port_.Writes().empty() ? std::string(1, display) : "(after the load)"; }
 
-    const RecordingPort& port_;
+    const FakePort& port_;
 };
 
 class BitsPageTest : public WindowFixture {

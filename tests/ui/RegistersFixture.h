@@ -8,6 +8,7 @@
 
 #include "ui/WindowFixture.h"
 
+/// The Registers page of the real window, with its digits as the user points at them.
 class RegistersFixture : public WindowFixture {
 protected:
     static QString N(const char* name, int index) {

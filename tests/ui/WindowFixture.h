@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "core/cPart.h"
-#include "support/RecordingPort.h"
+#include "support/FakePort.h"
 #include "support/TempFolder.h"
 #include "ui/frmPart.h"
 
@@ -183,7 +183,7 @@ protected:
     [[nodiscard]] std::size_t AnswersLeft() const { return answers_.size(); }
 
     TempFolder folder;
-    RecordingPort port;
+    FakePort port;
     cPart part;
 
 private:

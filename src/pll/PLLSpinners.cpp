@@ -1,4 +1,4 @@
-#include "pll/Spinners.h"
+#include "pll/PLLSpinners.h"
 
 #include <array>
 
@@ -25,7 +25,7 @@ constexpr std::array<Row, 5> kRows{{
     {&cPLL::DenominatorName, false, true, kLoadFirst},
 }};
 
-const Row& RowOf(Spinner spinner) {
+const Row& RowOf(PLLSpinner spinner) {
     return kRows.at(static_cast<std::size_t>(spinner));
 }
 
@@ -42,7 +42,7 @@ void StepField(SpinResult& result, cPrgmBits& field, const Row& row, bool up) {
 
 }   // namespace
 
-SpinResult Spin(cPart& part, int pllIndex, Spinner spinner, SpinButton button, std::string_view fpdText) {
+SpinResult Spin(cPart& part, int pllIndex, PLLSpinner spinner, SpinButton button, std::string_view fpdText) {
     SpinResult result;
     const Row& row = RowOf(spinner);
     // The fraction's spinners ask for their field alone.
@@ -53,7 +53,7 @@ SpinResult Spin(cPart& part, int pllIndex, Spinner spinner, SpinButton button, s
     result.handled = true;
     const bool up = button == SpinButton::Up;
     Attempt(result, [&] {
-        if (spinner == Spinner::NCounter) {
+        if (spinner == PLLSpinner::NCounter) {
             StepVCO(*pll, fpdText, up ? 1 : -1);
         } else {
             StepField(result, part.PrgmBits().At((pll->*row.field)()), row, up);
@@ -62,7 +62,7 @@ SpinResult Spin(cPart& part, int pllIndex, Spinner spinner, SpinButton button, s
     return result;
 }
 
-const FollowUp& FollowUpOf(Spinner spinner) {
+const FollowUp& FollowUpOf(PLLSpinner spinner) {
     return RowOf(spinner).followUp;
 }
 

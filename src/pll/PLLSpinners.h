@@ -10,7 +10,7 @@
 class cPart;
 
 /// The spinners of a PLL's page.
-enum class Spinner : unsigned char { RCounter, Fpd, NCounter, FractNum, FractDen };
+enum class PLLSpinner : unsigned char { RCounter, Fpd, NCounter, FractNum, FractDen };
 
 enum class SpinButton : unsigned char { Up, Down };
 
@@ -23,9 +23,9 @@ struct SpinResult : Outcome {
 ///
 /// Handled with a device loaded that has a PLL of that index, counted from 0, the fraction's spinners where they are
 /// bound to a field. Throws nothing that is the user's or the part file's fault.
-SpinResult Spin(cPart& part, int pllIndex, Spinner spinner, SpinButton button, std::string_view fpdText);
+SpinResult Spin(cPart& part, int pllIndex, PLLSpinner spinner, SpinButton button, std::string_view fpdText);
 
-[[nodiscard]] const FollowUp& FollowUpOf(Spinner spinner);
+[[nodiscard]] const FollowUp& FollowUpOf(PLLSpinner spinner);
 
 /// A click on a label of the block diagram that shows this field. Not handled without a name.
 Outcome ToggleLabel(cPart& part, const std::string& fieldName);

@@ -1,0 +1,48 @@
+#include <exception>
+#include <iostream>
+#include <map>
+
+#include "part/Commands.h"
+
+namespace {
+
+constexpr int kUsage = 2;
+
+int Run(Arguments arguments) {
+    static const std::map<std::string, int (*)(Arguments)> commands{
+        {"check", CheckFiles},
+        {"show", [](Arguments rest) { return ShowFile(rest); }},
+        {"words", [](Arguments rest) { return PrintWords(rest); }},
+        {"--help", [](Arguments) { return std::cout << HelpText(), 0; }},
+        {"--version", [](Arguments) { return std::cout << "tarnwick-part " TARNWICK_VERSION "\n", 0; }}};
+    if (arguments.empty()) {
+        throw UsageError("no command");
+    }
+    const auto command = commands.find(arguments.front());
+    if (command == commands.end()) {
+        throw UsageError("no command '" + arguments.front() + "'");
+    }
+    arguments.erase(arguments.begin());
+    for (const std::string& argument : arguments) {
+        if (argument.starts_with("--") && !(argument == "--json" && command->first == "check")) {
+            throw UsageError("no option '" + argument + "' of " + command->first);
+        }
+    }
+    return command->second(std::move(arguments));
+}
+
+}   // namespace
+
+int main(int argc, char* argv[]) {
+    try {
+        const int status = Run(Arguments(argv + 1, argv + argc));
+        std::cout.flush();
+        return std::cout ? status : 1;
+    } catch (const UsageError& error) {
+        std::cerr << "tarnwick-part: " << error.what() << "; tarnwick-part --help tells more\n";
+        return kUsage;
+    } catch (const std::exception& error) {
+        std::cerr << "tarnwick-part: " << error.what() << '\n';
+        return 1;
+    }
+}
