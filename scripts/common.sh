@@ -7,8 +7,9 @@ doing="starting"
 trap 'status=$?; if [ $status -ne 0 ]; then printf "\nFAILED while %s (exit code %s).\n" "$doing" "$status" >&2; fi' EXIT
 
 build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev libqt6svg6-dev libgl-dev fonts-dejavu-core"
-test_packages="libgtest-dev nlohmann-json3-dev sigrok-cli dbus"
-screen_packages="xvfb xdotool imagemagick"
+test_packages="libgtest-dev nlohmann-json3-dev sigrok-cli dbus libglib2.0-bin python3-dbus systemd"
+screen_packages="xvfb imagemagick dbus libglib2.0-bin python3-dbus"
+hardware_packages="qemu-system-x86 busybox-static cpio"
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then
@@ -56,4 +57,10 @@ build() {
         grep -E -A5 'error:|FAILED:' "$log" | head -n 60 >&2
         return 1
     fi
+}
+
+# Lets a bus that looks for services in that folder start the program of the other one.
+register_service() {   # SERVICES PROGRAMS
+    mkdir -p "$1"
+    sed "s|@CMAKE_INSTALL_FULL_BINDIR@|$2|" packaging/com.ostrel.Tarnwick2x.service.in >"$1/com.ostrel.Tarnwick2x.service"
 }

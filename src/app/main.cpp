@@ -1,0 +1,49 @@
+#include <QApplication>
+#include <QStandardPaths>
+#include <filesystem>
+
+#include "automation/Automation.h"
+#include "core/Part.h"
+#include "core/cPart.h"
+#include "platform/PortDrivers.h"
+#include "platform/ProgramFolder.h"
+#include "settings/SettingsFile.h"
+#include "ui/ProgramIcon.h"
+#include "ui/frmPart.h"
+
+cPart& Part() {
+    static cPart part;
+    return part;
+}
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("tarnwick"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setApplicationVersion(QStringLiteral(TARNWICK_VERSION));
+    QApplication::setWindowIcon(ProgramIcon());
+
+    const ProgramFolder folder = OpenProgramFolder(
+        {QApplication::applicationDirPath().toStdString(),
+         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString(), TARNWICK_PARTS_DIR});
+    const MadePort made = MakePort(SettingsFile(folder.appPath).ReadPort(), folder.appPath);
+    made.port->OpenTVicPort();
+
+    int result = 0;
+    {
+        frmPart window(Part(), *made.port, folder.appPath);
+        window.Form_Load();
+        for (const std::string& message : {folder.message, made.message}) {
+            if (!message.empty()) {
+                window.Note(QString::fromStdString(message));
+            }
+        }
+        window.show();
+        Automation automation(Part(), window);
+        QObject::connect(&app, &QApplication::lastWindowClosed, &automation, &Automation::Stop);
+        automation.Start();
+        result = QApplication::exec();
+    }
+    made.port->CloseTVicPort();
+    return result;
+}

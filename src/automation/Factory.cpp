@@ -1,0 +1,96 @@
+#include "automation/Factory.h"
+
+#include <QSet>
+
+#include "ApplicationAdaptor.h"
+#include "ObjectAdaptor.h"
+#include "automation/Application.h"
+#include "automation/Paths.h"
+#include "platform/ProgramWindow.h"
+
+Factory::Served::~Served() = default;
+
+Factory::Factory(cPart& part, ProgramWindow& window) : part_(part), window_(window) {}
+
+Factory::~Factory() = default;
+
+bool Factory::Holds(const QString& client) const {
+    return std::any_of(served_.begin(), served_.end(), [&](const auto& one) { return one.second->client == client; });
+}
+
+QDBusObjectPath Factory::CreateApplication() {
+    const QString client = client_;
+    window_.ShowWindow();
+    window_.HeldByClient(true);
+    held_ = true;
+    const bool first = !Holds(client);
+    const int number = ++lastNumber_;
+    auto made = std::make_shared<Served>();
+    made->client = client;
+    made->application = std::make_unique<Application>(
+        part_, window_, [this, number] { ReleaseWhere([number](int one, const Served&) { return one == number; }); });
+    made->members = new ApplicationAdaptor(made->application.get());
+    made->lifetime = new ObjectAdaptor(made->application.get());
+    served_.emplace(number, std::move(made));
+    emit StatusChanged();
+    if (first) {
+        emit ClientCame(client);
+    }
+    return QDBusObjectPath(QStringLiteral("%1/%2/%3").arg(kRootPath, kApplications).arg(number));
+}
+
+std::shared_ptr<Factory::Served> Factory::Find(int number) const {
+    const auto found = served_.find(number);
+    return found == served_.end() ? nullptr : found->second;
+}
+
+QList<int> Factory::Numbers() const {
+    QList<int> numbers;
+    for (const auto& one : served_) {
+        numbers << one.first;
+    }
+    return numbers;
+}
+
+void Factory::ReleaseClient(const QString& client) {
+    ReleaseWhere([&](int, const Served& one) { return one.client == client; });
+}
+
+void Factory::ReleaseAll() {
+    ReleaseWhere([](int, const Served&) { return true; });
+}
+
+/// The window that is asked to close may refuse, for a burst that has to end first; the objects are gone all the same.
+void Factory::ReleaseWhere(const std::function<bool(int, const Served&)>& ends) {
+    QSet<QString> concerned;
+    const auto ended = std::erase_if(served_, [&](const auto& one) {
+        const bool goes = ends(one.first, *one.second);
+        if (goes) {
+            concerned << one.second->client;
+        }
+        return goes;
+    });
+    if (ended == 0) {
+        return;
+    }
+    for (const QString& client : concerned) {
+        if (!Holds(client)) {
+            emit ClientWent(client);
+        }
+    }
+    held_ = false;
+    window_.HeldByClient(false);
+    emit StatusChanged();
+    window_.UnloadWindow();
+}
+
+QString Factory::Status() const {
+    QSet<QString> clients;
+    for (const auto& one : served_) {
+        clients << one.second->client;
+    }
+    if (!held_) {
+        return tr("Automation ready");
+    }
+    return clients.size() == 1 ? tr("Held by 1 client") : tr("Held by %1 clients").arg(clients.size());
+}
