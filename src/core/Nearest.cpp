@@ -30,6 +30,13 @@ std::size_t TypingErrors(std::string_view a, std::string_view b) {
     return row.back();
 }
 
+/// Whether the longer text begins with the shorter one, as far as a name was typed in part, or with too much.
+bool OneBeginsWithOther(std::string_view a, std::string_view b) {
+    const std::size_t length = std::min(a.size(), b.size());
+    return length > 1 && std::equal(a.begin(), a.begin() + static_cast<std::ptrdiff_t>(length), b.begin(),
+                                    [](char x, char y) { return Folded(x) == Folded(y); });
+}
+
 std::string Shown(std::string_view name) {
     return std::string(name.substr(0, kLongestCompared)) + (name.size() > kLongestCompared ? "..." : "");
 }
@@ -44,7 +51,8 @@ std::string NearestName(std::string_view wanted, const std::vector<std::string_v
     std::size_t fewest = std::max<std::size_t>(1, wanted.size() / 3) + 1;
     for (const std::string_view name : known) {
         if (name.size() <= kLongestCompared) {
-            const std::size_t errors = TypingErrors(wanted, name);
+            const std::size_t typed = TypingErrors(wanted, name);
+            const std::size_t errors = OneBeginsWithOther(wanted, name) ? std::min<std::size_t>(typed, 1) : typed;
             if (errors < fewest) {
                 fewest = errors;
                 best = name;

@@ -50,6 +50,7 @@ TEST(Collection, ErrorsNameWhatExists) {
     for (const auto& [name, message] : std::initializer_list<std::pair<std::string, std::string>>{
              {"RF1", "no PLL called 'RF1': did you mean 'RF'?"},
              {"if", "no PLL called 'if': did you mean 'IF'?"},
+             {"Refer", "no PLL called 'Refer': did you mean 'Reference'?"},
              {"Refrence", "no PLL called 'Refrence': did you mean 'Reference'?"},
              {"Transmitter", "no PLL called 'Transmitter'"},
              {std::string(81, 'x'), "no PLL called '" + std::string(80, 'x') + "...'"}}) {
