@@ -157,14 +157,22 @@ std::string Digits(double magnitude, const Layout& layout) {
     return whole + (layout.point ? "." : "") + fraction;
 }
 
+/// A number without a power of ten, which may itself lie beyond a double's range.
+double Without(int exponent, double magnitude) {
+    const int half = std::abs(exponent) > 300 ? exponent / 2 : 0;
+    return magnitude / std::pow(10.0, half) / std::pow(10.0, exponent - half);
+}
+
 std::string WithExponent(double magnitude, const Layout& layout) {
-    const int places = std::max(1, layout.leastWhole);
+    constexpr int kMostPlaces = 100;   // Further ones are filled with zeros.
+    const int places = std::clamp(layout.leastWhole, 1, kMostPlaces);
     int exponent = magnitude == 0 ? 0 : static_cast<int>(std::floor(std::log10(magnitude))) - places + 1;
-    std::string digits = Digits(magnitude / std::pow(10.0, exponent), layout);
+    std::string digits = Digits(Without(exponent, magnitude), layout);
     const auto whole = digits.substr(0, digits.find('.'));
-    if (static_cast<int>(whole.size()) > places && magnitude != 0) {   // Rounding went up to the next power of ten.
+    if (static_cast<int>(whole.size()) > std::max(places, layout.leastWhole) &&
+        magnitude != 0) {   // Rounding went up to the next power of ten.
         ++exponent;
-        digits = Digits(magnitude / std::pow(10.0, exponent), layout);
+        digits = Digits(Without(exponent, magnitude), layout);
     }
     std::string power = std::to_string(std::abs(exponent));
     while (static_cast<int>(power.size()) < layout.exponentDigits) {
@@ -191,6 +199,9 @@ std::string FormatNumber(double value, std::string_view pattern) {
         return layout.before;
     }
     const double magnitude = std::fabs(value) * std::pow(100.0, layout.percents);
+    if (!std::isfinite(magnitude)) {
+        return GeneralText(value < 0 ? -magnitude : magnitude);
+    }
     const std::string digits = layout.exponentDigits > 0 ? WithExponent(magnitude, layout) : Digits(magnitude, layout);
     const bool shownZero = digits.find_first_of("123456789") == std::string::npos;
     const std::string sign = value < 0 && chosen == 0 && !shownZero ? "-" : "";

@@ -1,6 +1,5 @@
 #include "core/PartKeys.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <optional>
@@ -90,10 +89,6 @@ bool Equal(std::string_view one, std::string_view other) {
     return ProfileNameEqual()(one, other);
 }
 
-bool BeginsWith(std::string_view text, std::string_view start) {
-    return text.size() >= start.size() && Equal(text.substr(0, start.size()), start);
-}
-
 /// The number of an item as keys write it: two digits, or more without a leading 0.
 std::optional<int> ItemOf(std::string_view digits) {
     int number = 0;
@@ -151,7 +146,6 @@ std::vector<KeyReading> ReadingsOf(std::string_view section, std::string_view ke
 }
 
 std::string NearestKey(std::string_view section, std::string_view key) {
-    constexpr std::size_t kShortestBeginning = 3;
     const auto [name, digits] = SplitKey(key);
     std::vector<std::string_view> known;
     for (const PartKey& one : kKeys) {
@@ -159,12 +153,6 @@ std::string NearestKey(std::string_view section, std::string_view key) {
             known.emplace_back(one.name);
         }
     }
-    std::string nearest = NearestName(name, known);
-    for (auto at = known.begin(); nearest.empty() && at != known.end(); ++at) {
-        if (std::min(at->size(), name.size()) >= kShortestBeginning &&
-            (BeginsWith(*at, name) || BeginsWith(name, *at))) {
-            nearest = *at;
-        }
-    }
+    const std::string nearest = NearestName(name, known);
     return nearest.empty() ? nearest : nearest + std::string(digits);
 }

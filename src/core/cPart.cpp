@@ -110,7 +110,20 @@ void cPart::UpdatePLLDisplay() {
     if (plls_.Count() == 0) {
         return;
     }
+    const auto values = [this] {
+        std::vector<double> all;
+        all.reserve(static_cast<std::size_t>(registers_.Count()));
+        for (const cRegister& each : registers_) {
+            all.push_back(each.Value());
+        }
+        return all;
+    };
+    const auto before = values();
     Redraw([&] { display_->ShowPLLs(); });
+    if (values() != before) {   // Reading the frequencies has repaired an R of 0.
+        Redraw([&] { display_->ShowRegisters(); });
+        UpdateBitDisplay();
+    }
 }
 
 void cPart::UpdateRegisterDisplay() {

@@ -156,6 +156,8 @@ int BitsPage::NextMember(Kind kind, const Place& place, const std::string& name)
     }
     if (kind == Kind::Counter) {
         spnCntr_[index]->Name(Qt8(name));
+    } else if (kind == Kind::List) {
+        cmbBits_[index]->setAccessibleDescription(Qt8(name));   // Screen readers take the chosen entry for its name.
     }
     unfinished_ = true;
     board_->ArrangeSoon();

@@ -1,6 +1,7 @@
 #include "ui/MainMenu.h"
 
 #include <QMenu>
+#include <QScreen>
 #include <array>
 
 enum class Kind { Menu, Item, Checkable, Separator, DeviceArray, RecentArray, ModeArray };
@@ -168,6 +169,10 @@ void MainMenu::ShowDevices(std::size_t group, const std::vector<std::string>& de
     }
     for (std::size_t i = 0; i < devices.size(); ++i) {
         ShowMember(array, static_cast<int>(i), devices[i]);
+    }
+    // Many devices stand in columns. What is wider than the screen scrolls in one column instead.
+    if (array.menu->sizeHint().width() > array.menu->screen()->availableSize().width()) {
+        array.menu->setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1 }"));
     }
 }
 

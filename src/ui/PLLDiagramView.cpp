@@ -48,7 +48,15 @@ PLLDiagramView::PLLDiagramView(int index, QWidget* parent) : QWidget(parent) {
     ShowRPrescaler(false);
     ShowNPrescaler(false);
     ShowFraction(false);
-    Arrange();
+}
+
+/// Fitting the grid to the font takes a while, so a page that nobody looks at isn't arranged.
+bool PLLDiagramView::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::Polish) {
+        Arrange();
+    }
+    return handled;
 }
 
 void PLLDiagramView::AddFigures(int index) {
@@ -205,7 +213,8 @@ void PLLDiagramView::ShowValue(std::size_t value, const std::optional<std::strin
 
 void PLLDiagramView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    const bool arranged = testAttribute(Qt::WA_WState_Polished);
+    if (arranged && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) {
         Arrange();
     }
 }

@@ -36,6 +36,7 @@ signals:
     void Stepped(int spinner, bool up);
 
 protected:
+    bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:

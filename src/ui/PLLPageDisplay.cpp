@@ -117,6 +117,9 @@ void PLLPage::ShowPLL() {
     ShowNumber(EntryBox::Osc, [&] { return pll().XtalFrequency(); });
     ShowNumber(EntryBox::Fpd, [&] { return pll().PDFrequency(); });
     ShowNumber(EntryBox::VCO, [&] { return pll().VCOFrequency(); });
+    if (diagram_->Box(EntryBox::RCounter).text() == QLatin1String("0")) {
+        ShowNumber(EntryBox::RCounter, [&] { return pll().RValue(); });   // Reading the frequencies repairs it.
+    }
     ShowCheck();
     if (std::exchange(hintsStale_, false)) {
         ShowHints();

@@ -40,4 +40,6 @@ public:
     }
 };
 
-inline QString Qt8(const std::string& text) { return QString::fromStdString(text); }
+inline QString Qt8(const std::string& text) {
+    return QString::fromStdString(text);
+}

@@ -15,8 +15,7 @@ QToolButton* Spinner::MakeButton(Qt::ArrowType arrow, void (Spinner::*step)()) {
     auto* button = new QToolButton(this);
     button->setArrowType(arrow);
     button->setAutoRepeat(true);
-    button->setFocusPolicy(Qt::ClickFocus);
-    button->setFocusProxy(this);
+    button->setFocusPolicy(Qt::NoFocus);   // A click gives the focus to the spinner; a proxy would be a Tab stop.
     connect(button, &QToolButton::clicked, this, step);
     return button;
 }

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QScreen>
 #include <QTabBar>
+#include <QTimer>
 
 #include "settings/DeviceSetup.h"
 #include "ui/BitsPage.h"
@@ -21,6 +22,7 @@ namespace {
 
 constexpr QSize kSmallest(641, 427);
 constexpr QSize kFirstSize(1200, 740);   // Every page of most devices fits without scrolling.
+constexpr QSize kFrame(16, 48);          // What a desktop puts round the window.
 
 }   // namespace
 
@@ -38,7 +40,7 @@ frmPart::frmPart(cPart& part, Port& port, const std::string& appPath)
     setWindowTitle(QStringLiteral("QRV"));
     setStatusBar(status_);
     setMinimumSize(kSmallest);
-    resize(kFirstSize.boundedTo(screen()->availableSize()));
+    resize(kFirstSize.boundedTo(screen()->availableSize() - kFrame));
     BuildPages();
     WireMenu();
     constexpr int kReloadPeriod = 10000;
@@ -49,6 +51,12 @@ frmPart::frmPart(cPart& part, Port& port, const std::string& appPath)
     part_.UsePort(port_);
     qApp->installEventFilter(this);
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, &frmPart::WhenIdle);
+    // A port can go and come while nobody touches the program.
+    constexpr int kPulse = 1000;
+    auto* pulse = new QTimer(this);
+    pulse->setObjectName(QStringLiteral("tmrPortPulse"));
+    connect(pulse, &QTimer::timeout, this, &frmPart::WhenIdle);
+    pulse->start(kPulse);
 }
 
 frmPart::~frmPart() {

@@ -17,7 +17,8 @@ TEST(FormatNumber, Patterns) {
         12345.678 0.00E+00 1.23E+04;  0.00012345 0.00E-00 1.23E-04;  12345 0.00E-00 1.23E04
         9.999 0.0E+0 1.0E+1;  1000 0.0E+0 1.0E+3;  0 0.0E+0 0.0E+0
         -5 $0.0 -$5.0;  2.5 '0.0 "MHz; 0"' '2.5 MHz; 0';  2.5 0.0\0 2.50;  5 text text;  inf 0.0 Infinity
-        5 '0.0;(0.0);none' 5.0;  -5 '0.0;(0.0);none' (5.0);  0 '0.0;(0.0);none' none;  -5 '0.0;;none' -5.0)")) {
+        5 '0.0;(0.0);none' 5.0;  -5 '0.0;(0.0);none' (5.0);  0 '0.0;(0.0);none' none;  -5 '0.0;;none' -5.0
+        1e308 0% Infinity;  -1e308 0.0E+0% -Infinity;  5e-324 0.0E+0 4.9E-324;  1e308 0.0E+0 1.0E+308)")) {
         EXPECT_EQ(FormatNumber(CellNumber(row[0]), row[1]), row[2]) << row[0] << " under " << row[1];
     }
 }

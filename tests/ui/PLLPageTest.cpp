@@ -468,5 +468,5 @@ TEST_F(PLLPageTest, AnotherDeviceStartsAfresh) {
     EXPECT_EQ(Window().Pages().tabText(4), "SOLE");
     EXPECT_FALSE(Shown("txtFractNum(0)"));
     EXPECT_FALSE(Child("lblPDPol(0)")->isEnabled());
-    EXPECT_EQ(Shows(0), "10 10000 10 0 0");
+    EXPECT_EQ(Shows(0), "10 10000 10 1 0");
 }

@@ -1,0 +1,146 @@
+#include <QAccessible>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "ui/Spinner.h"
+#include "ui/WindowFixture.h"
+
+// The whole window from the keyboard and for a screen reader, with the largest devices that ship.
+
+namespace {
+
+/// What the user can work: by its kind, not by how it takes the focus, which is what is in question.
+bool TakesInput(const QWidget* control) {
+    if (qobject_cast<const QScrollBar*>(control) != nullptr) {
+        return false;   // What it scrolls follows the focus.
+    }
+    return (control->focusPolicy() & Qt::TabFocus) != 0 || qobject_cast<const QAbstractButton*>(control) != nullptr ||
+           qobject_cast<const QLineEdit*>(control) != nullptr || qobject_cast<const QComboBox*>(control) != nullptr ||
+           qobject_cast<const QPlainTextEdit*>(control) != nullptr;
+}
+
+/// What a screen reader says for it. The name of a list is the entry that is chosen; what it is for is its description.
+QString Words(QWidget* control) {
+    const bool list = qobject_cast<QComboBox*>(control) != nullptr;
+    QAccessibleInterface* access = QAccessible::queryAccessibleInterface(control);
+    return access == nullptr ? QString() : access->text(list ? QAccessible::Description : QAccessible::Name).trimmed();
+}
+
+std::string Called(const QWidget* control) {
+    return (control->objectName() + QLatin1String(" of ") + control->parentWidget()->objectName()).toStdString();
+}
+
+class Accessibility : public WindowFixture, public testing::WithParamInterface<const char*> {
+protected:
+    void SetUp() override {
+        std::filesystem::copy(PARTS_DIR, folder.Path(""), std::filesystem::copy_options::recursive);
+        SelectDevice(GetParam(), "Transceiver");
+        Choose("mnuDualCheck");
+    }
+
+    /// The controls on the screen that can be worked now.
+    std::vector<QWidget*> Inputs() {
+        std::vector<QWidget*> inputs;
+        for (auto* control : Window().findChildren<QWidget*>()) {
+            if (control->isVisible() && control->isEnabled() && TakesInput(control)) {
+                inputs.push_back(control);
+            }
+        }
+        return inputs;
+    }
+
+    /// Where the focus stops on its way round by the Tab key, backward with Shift.
+    std::set<const QWidget*> WalkRound(Qt::Key key) {
+        std::set<const QWidget*> stops;
+        Window().setFocus();
+        for (KeyClick(key); stops.insert(QApplication::focusWidget()).second; KeyClick(key)) {
+        }
+        return stops;
+    }
+
+    void ForEachPage(const std::function<void()>& look) {
+        for (int page = 0; page < Window().Pages().count(); ++page) {
+            SCOPED_TRACE(Window().Pages().tabText(page).toStdString());
+            Page(page);
+            look();
+        }
+    }
+};
+
+/// One stop serves a group of options, whose others the arrow keys reach, and the two halves of a spinner.
+bool Reached(const std::set<const QWidget*>& stops, const QWidget* control) {
+    const auto sameGroup = [&](const QWidget* stop) {
+        return qobject_cast<const QRadioButton*>(stop) != nullptr && stop->parentWidget() == control->parentWidget();
+    };
+    if (qobject_cast<const QRadioButton*>(control) != nullptr) {
+        return std::any_of(stops.begin(), stops.end(), sameGroup);
+    }
+    const bool half = qobject_cast<const Spinner*>(control->parentWidget()) != nullptr;
+    const QWidget* stop = half ? control->parentWidget() : control;
+    return stops.count(stop->focusProxy() != nullptr ? stop->focusProxy() : stop) > 0;
+}
+
+}   // namespace
+
+TEST_P(Accessibility, EachControlThatTakesInputHasANameOfItsOwn) {
+    ForEachPage([&] {
+        std::map<QString, const QWidget*> named;
+        for (QWidget* control : Inputs()) {
+            const QString words = Words(control);
+            EXPECT_FALSE(words.isEmpty()) << Called(control);
+            const bool first = named.emplace(words, control).second;
+            EXPECT_TRUE(first) << Called(control) << " and " << Called(named[words]) << ": " << words.toStdString();
+        }
+    });
+}
+
+TEST_P(Accessibility, TheTabKeyReachesAllAndComesRound) {
+    ForEachPage([&] {
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+            const auto stops = WalkRound(key);
+            for (const QWidget* control : Inputs()) {
+                EXPECT_TRUE(Reached(stops, control)) << Called(control);
+            }
+        }
+    });
+}
+
+TEST_P(Accessibility, NoMnemonicOrShortCutStandsForTwo) {
+    std::map<QKeySequence, QString> shortCuts;
+    const auto addTo = [](std::map<QKeySequence, QString>& taken, const QKeySequence& keys, const QString& what) {
+        if (!keys.isEmpty()) {
+            const bool first = taken.emplace(keys, what).second;
+            EXPECT_TRUE(first) << what.toStdString() << " and " << taken[keys].toStdString();
+        }
+    };
+    std::map<QKeySequence, QString> bar;
+    for (const QAction* menu : Window().menuBar()->actions()) {
+        addTo(bar, QKeySequence::mnemonic(menu->text()), menu->text());
+    }
+    EXPECT_EQ(bar.size(), 6U);
+    for (const QMenu* menu : Window().menuBar()->findChildren<QMenu*>()) {
+        std::map<QKeySequence, QString> items;
+        for (const QAction* item : menu->actions()) {
+            EXPECT_TRUE(item->isSeparator() || !item->text().trimmed().isEmpty()) << item->objectName().toStdString();
+            addTo(items, QKeySequence::mnemonic(item->text()), item->text());
+            addTo(shortCuts, item->shortcut(), item->text());
+        }
+    }
+    ForEachPage([&] {
+        std::map<QKeySequence, QString> onPage = bar;
+        for (const QWidget* control : Inputs()) {
+            addTo(onPage, QKeySequence::mnemonic(control->property("text").toString()), control->objectName());
+        }
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Devices, Accessibility, testing::Values("QRV8320", "QRV5530"),
+                         [](const auto& device) { return std::string(device.param); });
