@@ -21,6 +21,7 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationName(QStringLiteral("tarnwick"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setApplicationVersion(QStringLiteral(TARNWICK_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("com.ostrel.Tarnwick2x"));
     QApplication::setWindowIcon(ProgramIcon());
 
     const ProgramFolder folder = OpenProgramFolder(
@@ -33,10 +34,10 @@ int main(int argc, char* argv[]) {
     {
         frmPart window(Part(), *made.port, folder.appPath);
         window.Form_Load();
-        for (const std::string& message : {folder.message, made.message}) {
-            if (!message.empty()) {
-                window.Note(QString::fromStdString(message));
-            }
+        // One note: the next would hide the one before.
+        const std::string both = folder.message.empty() || made.message.empty() ? "" : "; ";
+        if (const std::string message = folder.message + both + made.message; !message.empty()) {
+            window.Note(QString::fromStdString(message));
         }
         window.show();
         Automation automation(Part(), window);

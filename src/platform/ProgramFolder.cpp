@@ -3,30 +3,17 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/ShippedFiles.h"
+
 namespace {
 
 namespace fs = std::filesystem;
 
-/// Copies the shipped files that the folder doesn't have yet; returns why one of them couldn't be copied.
-std::string Fill(const fs::path& folder, const fs::path& shipped) {
+// An installed tree that was moved as a whole, or unpacked somewhere, is found too.
+fs::path Shipped(const FolderPlaces& places) {
     std::error_code error;
-    fs::create_directories(folder, error);
-    if (error) {
-        return "can't make the folder " + folder.string() + ": " + error.message();
-    }
-    fs::directory_iterator files(shipped, error);
-    if (error) {
-        return "no part files were found in " + shipped.string() + ": " + error.message();
-    }
-    for (const fs::directory_entry& file : files) {
-        if (file.path().extension() == ".ini") {
-            fs::copy_file(file.path(), folder / file.path().filename(), fs::copy_options::skip_existing, error);
-            if (error) {
-                return "can't copy " + file.path().string() + " to " + folder.string() + ": " + error.message();
-            }
-        }
-    }
-    return {};
+    fs::path moved = fs::path(places.executable).parent_path() / "share" / "tarnwick";
+    return fs::exists(moved / "tarnwick.ini", error) ? moved : fs::path(places.shipped);
 }
 
 }   // namespace
@@ -38,9 +25,6 @@ ProgramFolder OpenProgramFolder(const FolderPlaces& places) {
         return {(beside / "").string(), {}};
     }
     const fs::path own = fs::path(places.userData) / "tarnwick";
-    std::string message;
-    if (!fs::exists(own / "tarnwick.ini", error)) {
-        message = Fill(own, places.shipped);
-    }
+    const std::string message = ShippedFiles(own.string(), Shipped(places).string()).Update();
     return {(own / "").string(), message};
 }

@@ -6,7 +6,7 @@
 struct FolderPlaces {
     std::string executable;   ///< The folder of the executable.
     std::string userData;     ///< The user's data folder, usually ~/.local/share.
-    std::string shipped;      ///< The folder of the part files that were installed.
+    std::string shipped;   ///< The folder of the installed part files, unless ../share/tarnwick of `executable` is one.
 };
 
 struct ProgramFolder {
@@ -15,6 +15,6 @@ struct ProgramFolder {
 };
 
 /// The folder of the part files and of tarnwick.ini: that of the executable if a tarnwick.ini lies there, so that
-/// program and files can be copied together; otherwise `tarnwick` under the user's data folder, filled from the
-/// shipped files where it doesn't exist yet.
+/// program and files can be copied together, which then stay as they are; otherwise `tarnwick` under the user's data
+/// folder, filled from the shipped files and kept up to date with them, but for what the user changed (ShippedFiles.h).
 ProgramFolder OpenProgramFolder(const FolderPlaces& places);

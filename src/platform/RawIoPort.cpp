@@ -18,7 +18,6 @@ RawIoPort::~RawIoPort() {
 bool RawIoPort::OpenTVicPort() {
     CloseTVicPort();
     open_ = true;
-    rights_.fill(Right::Unknown);
     writes_ = failedWrites_ = 0;
     tried_.clear();
     trouble_ = Outlook();
@@ -61,6 +60,7 @@ void RawIoPort::CloseTVicPort() {
         calls_.Ioperm(port, false);
     }
     granted_.clear();
+    rights_.fill(Right::Unknown);
     open_ = false;
 }
 

@@ -40,7 +40,7 @@ private:
     [[nodiscard]] bool WriteBuffer();
     void Fail(std::string reason);
 
-    static constexpr std::size_t pieceSize = 64 * 1024;
+    static constexpr std::size_t pieceSize = 65536;
 
     std::string path_;
     int descriptor_ = -1;

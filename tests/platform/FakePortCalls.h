@@ -3,9 +3,11 @@
 #include <linux/ppdev.h>
 #include <sys/ioctl.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <condition_variable>
+#include <cstdio>
 #include <map>
 #include <mutex>
 #include <string>
@@ -29,10 +31,11 @@ public:
     std::string lockdown;
     int ioOutlook = 0;
     std::string time = "14:03:12";
-    std::map<std::string, int> errors;         ///< The errno with which a step fails, always;
-    std::map<std::string, int> errorsOnce;     ///< and the first time only.
+    std::map<std::string, int> errors;       ///< The errno with which a step fails, always;
+    std::map<std::string, int> errorsOnce;   ///< and the first time only.
     std::vector<std::string> done;
     std::atomic<int> openFiles = 0;
+    std::atomic<int> closings = 0;
 
     void Pass(std::chrono::milliseconds span) { now_ += span; }
 
@@ -66,7 +69,9 @@ public:
     }
     int Close(int) override {
         done.emplace_back("close");
-        return --openFiles, 0;
+        --openFiles;
+        ++closings;
+        return 0;
     }
     int Ioctl(int, unsigned long request, void* argument) override {
         auto* byte = static_cast<unsigned char*>(argument);
@@ -97,9 +102,7 @@ public:
     }
     int Ioperm(std::uint16_t port, bool on) override { return Step(on ? "ask" : "give-back", port); }
     int IopermOutlook() override { return ioOutlook; }
-    void Outb(std::uint8_t value, std::uint16_t port) override {
-        done.push_back(Hex(port) + ":=" + Hex(value));
-    }
+    void Outb(std::uint8_t value, std::uint16_t port) override { done.push_back(Hex(port) + ":=" + Hex(value)); }
     std::uint8_t Inb(std::uint16_t port) override { return static_cast<std::uint8_t>(port ^ 0xFF); }
 
     Time Now() override { return now_; }

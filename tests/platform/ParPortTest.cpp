@@ -230,8 +230,9 @@ TEST(ParPort, AnAttemptThatIsNoLongerWantedGivesThePortBack) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s);
     calls.LetGo();
     // The thread that is left opens the device now, and then closes it.
-    for (int i = 0; i < 500 && (calls.done.empty() || calls.openFiles != 0); ++i) {
+    for (int i = 0; i < 500 && calls.closings == 0; ++i) {
         SystemPortCalls().Sleep(10ms);
     }
+    EXPECT_EQ(calls.closings, 1);
     EXPECT_EQ(calls.openFiles, 0);
 }

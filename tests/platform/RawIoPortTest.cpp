@@ -8,8 +8,8 @@ TEST(RawIoPort, AsksForThePortsThatAreWrittenAndPutsThemBack) {
     RawIoPort port(calls);
     EXPECT_TRUE(port.OpenTVicPort());
     EXPECT_EQ(calls.TakeDone(), "") << "no port before it is written";
-    for (const std::uint16_t address : {0x378, 0x37A, 0x378, 0xFFFF})
-        port.WritePort(address, 0x2B);
+    for (const int address : {0x378, 0x37A, 0x378, 0xFFFF})
+        port.WritePort(static_cast<std::uint16_t>(address), 0x2B);
     EXPECT_EQ(calls.TakeDone(), "ask=378 378:=2B ask=37A 37A:=2B 378:=2B ask=FFFF FFFF:=2B");
     EXPECT_EQ(port.Status().summary, "Direct port access to 0378, 037A, FFFF");
     EXPECT_TRUE(port.Status().ready);
@@ -24,8 +24,8 @@ TEST(RawIoPort, ARefusedPortIsAskedForOnceOnly) {
     RawIoPort port(calls);
     port.OpenTVicPort();
     calls.errorsOnce["ask"] = EINVAL;
-    for (const std::uint16_t address : {0x378, 0x378, 0x37A})
-        port.WritePort(address, 1);
+    for (const int address : {0x378, 0x378, 0x37A})
+        port.WritePort(static_cast<std::uint16_t>(address), 1);
     EXPECT_EQ(calls.TakeDone(), "ask=378 ask=37A 37A:=1");
     EXPECT_EQ(port.Status().summary, "Direct port access to 037A: Invalid argument");
     EXPECT_EQ(port.Status().failedWrites, 2U);
