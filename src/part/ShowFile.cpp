@@ -56,7 +56,10 @@ std::string ValuesText(const cPrgmBits& field) {
 
 std::string StartText(const cPrgmBits& field) {
     std::string text;
-    IgnoringFailures([&] { text = field.Text(); });
+    IgnoringFailures([&] {
+        text = field.Text();
+        text = text.empty() ? GeneralText(field.Value()) : text;   // A coded list has no text for its codes.
+    });
     return text;
 }
 
@@ -69,6 +72,11 @@ std::multimap<int, Row, std::greater<>> RowsOf(const cPart& part, const cRegiste
             const int high = field.Position() + field.Length() - 1;
             rows.insert(
                 {high, {"", BitsText(high, field.Position()), field.ID(), StartText(field), ValuesText(field)}});
+            if (field.Polarity()) {
+                const int sign = field.PolarityPosition();
+                const char* minus = field.PolarityInverted() ? "sign: 1 = -" : "sign: 0 = -";
+                rows.insert({sign, {"", BitsText(sign, sign), field.ID(), "", minus}});
+            }
             open &= ~BitsOf(field);
         }
     }

@@ -9,12 +9,13 @@ namespace {
 constexpr int kUsage = 2;
 
 int Run(Arguments arguments) {
-    static const std::map<std::string, int (*)(Arguments)> commands{
-        {"check", CheckFiles},
-        {"show", [](Arguments rest) { return ShowFile(rest); }},
-        {"words", [](Arguments rest) { return PrintWords(rest); }},
-        {"--help", [](Arguments) { return std::cout << HelpText(), 0; }},
-        {"--version", [](Arguments) { return std::cout << "tarnwick-part " TARNWICK_VERSION "\n", 0; }}};
+    static const std::map<std::string, int (*)(const Arguments&)> commands{
+        {"check", [](const Arguments& rest) { return CheckFiles(rest); }},
+        {"show", [](const Arguments& rest) { return ShowFile(rest); }},
+        {"words", [](const Arguments& rest) { return PrintWords(rest); }},
+        {"--help", [](const Arguments& /*none*/) { return std::cout << HelpText(), 0; }},
+        {"--version",
+         [](const Arguments& /*none*/) { return std::cout << "tarnwick-part " TARNWICK_VERSION "\n", 0; }}};
     if (arguments.empty()) {
         throw UsageError("no command");
     }
@@ -28,7 +29,7 @@ int Run(Arguments arguments) {
             throw UsageError("no option '" + argument + "' of " + command->first);
         }
     }
-    return command->second(std::move(arguments));
+    return command->second(arguments);
 }
 
 }   // namespace

@@ -150,8 +150,8 @@ def compare(trace, folder, driver):
         if driver == "rawio":
             require_same(seen, log)
         require_same(lines_only(seen), lines_only(log))
-        upper = sorted({byte & ~CONTROL_LINES for register, byte in seen if register == CONTROL})
-        return f"{len(log)} writes as the hardware saw them; control bits 4 to 7: {', '.join(f'{u:02X}' for u in upper)}"
+        upper = sorted({f"{byte & ~CONTROL_LINES:02X}" for register, byte in seen if register == CONTROL})
+        return f"{len(log)} writes as the hardware saw them; control bits 4 to 7: {', '.join(upper)}"
 
     for case in run["cases"]:
         writes = between(trace, case["mark"], case["mark"] + 1)

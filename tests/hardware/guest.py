@@ -1,5 +1,5 @@
-"""What happens inside the emulated machine: the real program works its port, driven over D-Bus, with each driver in turn;
-each state of the port is brought about and its text compared; the speed is measured.
+"""What happens inside the emulated machine: the real program works its port, driven over D-Bus, with each driver in
+turn; each state of the port is brought about and its text compared; the speed is measured.
 
 Beside each case goes a mark to a register of the port that has no lines, so that the case can be found in what the
 hardware saw. Leaves in /results what compare.py needs, and a report.
@@ -45,7 +45,7 @@ def modprobe(*arguments):
     subprocess.run(["busybox", "modprobe", *arguments], check=True)
 
 
-# --- the program's loads -----------------------------------------------------------------------------------------------
+# the program's loads
 
 BURST = """[SETUP]
 ADDRESS=888
@@ -194,7 +194,7 @@ def work(driver, first_mark):
     say(f"{driver}: the program worked {time.monotonic() - begin:.1f} s")
 
 
-# --- the states of the port --------------------------------------------------------------------------------------------
+# the states of the port
 
 class State:
     """port_state, running with a driver. `lines` are those that it has printed."""
@@ -233,7 +233,8 @@ PARPORT = "Parallel port " + DEVICE
 
 def states_without_modules():
     State("parport", 0).must_say("module not loaded", *2 * [
-        f"not ready: {PARPORT}: no such device, for the kernel's modules aren't loaded: sudo modprobe -a parport_pc ppdev"])
+        f"not ready: {PARPORT}: no such device, for the kernel's modules aren't loaded: "
+        "sudo modprobe -a parport_pc ppdev"])
     modprobe("parport_pc")
     State("parport", 0).must_say("one module not loaded", *2 * [
         f"not ready: {PARPORT}: no such device, for the kernel's modules aren't loaded: sudo modprobe -a ppdev"])
@@ -244,7 +245,8 @@ def states_of_ready_ports():
     State("rawio", 1).must_say("ready, direct access", "ready: Direct port access", "ready: Direct port access to 0378",
                                "ready: Direct port access to 0378")
     State("parport", 0, "/dev/null").must_say("another device", *2 * [
-        "not ready: Parallel port /dev/null: that is no device of the kernel's module ppdev: correct DEVICE in tarnwick.ini"])
+        "not ready: Parallel port /dev/null: that is no device of the kernel's module ppdev: "
+        "correct DEVICE in tarnwick.ini"])
 
 
 def states_of_held_port():
@@ -261,6 +263,15 @@ def states_of_held_port():
                      *2 * [f"ready: {PARPORT}{failed}"])
     modprobe("lp")
     State("parport", 0).must_say("shared with a printer driver", *2 * [f"ready: {PARPORT}, shared with lp"])
+    holder = State("parport", 600)
+    holder.says("ready: ")
+    claim = State("claim", DEVICE)
+    claim.process.wait(60)
+    say("-- waiting for a held port\n" + claim.text().rstrip())
+    waited = re.fullmatch(r"Interrupted system call after ([0-9.e-]+) s\n", claim.text())
+    if not waited or not 0.1 <= float(waited.group(1)) < 1:
+        fail("the wait for a held port isn't given up after a tenth of a second")
+    holder.end()
     subprocess.run(["busybox", "rmmod", "lp"], check=True)
 
 
@@ -281,9 +292,10 @@ def states_without_rights():
     os.chmod(DEVICE, 0o600)
     denied("no permission for any group",
            "no group may write the device, install 70-tarnwick-parport.rules as docs/ports.md tells")
-    lacking = ("not ready: Direct port access: the program lacks the right CAP_SYS_RAWIO: sudo setcap cap_sys_rawio\\+ep on "
-               "its file, or write DRIVER=parport in tarnwick.ini")
-    State("rawio", 1, user="games").must_say("no right to direct access", lacking, lacking + ", 1 write failed")
+    lacking = ("not ready: Direct port access: the program lacks the right CAP_SYS_RAWIO: "
+               r"sudo setcap cap_sys_rawio\+ep on its file, or write DRIVER=parport in tarnwick.ini")
+    State("rawio", 1, user="games").must_say("no right to direct access", lacking,
+                                             lacking + r", \d+ writes? failed")
 
 
 def states_of_removed_port():
@@ -300,8 +312,8 @@ def states_of_removed_port():
     leaving.says("gone since")
     time.sleep(1.5)
     State("parport", 0).must_say("no port behind the modules", *2 * [
-        rf"not ready: {PARPORT}: the kernel found no parallel port: switch it on in the firmware's set-up or put the card "
-        r"in, then sudo modprobe -r parport_pc; sudo modprobe parport_pc"])
+        rf"not ready: {PARPORT}: the kernel found no parallel port: switch it on in the firmware's set-up or put the "
+        r"card in, then sudo modprobe -r parport_pc; sudo modprobe parport_pc"])
     tell("bind")
     leaving.must_say(
         "gone and back", f"ready: {PARPORT}", rf"not ready: {PARPORT}: gone since {CLOCK}, plug it in again",

@@ -1,4 +1,5 @@
 #!/bin/busybox sh
+# shellcheck shell=dash
 # The first process of the emulated machine. Makes a system out of the host's file system, which it can't change, with a
 # layer in memory above it, and runs guest.py in that.
 /bin/busybox --install -s /bin
@@ -25,9 +26,9 @@ done
 mkdir -p /new/tmp/runtime
 chmod 700 /new/tmp/runtime
 # The source folder and the folder of the built programs are told on the kernel's command line.
-for word in $(cat /new/proc/cmdline); do
-    case $word in tarnwick.*) export "${word#tarnwick.}" ;; esac
-done
+source=$(sed -n 's/.*tarnwick.source=\([^ ]*\).*/\1/p' /new/proc/cmdline)
+build=$(sed -n 's/.*tarnwick.build=\([^ ]*\).*/\1/p' /new/proc/cmdline)
+export source build
 export PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8
 export XDG_RUNTIME_DIR=/tmp/runtime QT_QPA_PLATFORM=offscreen
 chroot /new /usr/bin/dbus-run-session -- /usr/bin/python3 -B "$source/tests/hardware/guest.py" </new/dev/null

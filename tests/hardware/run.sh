@@ -13,27 +13,36 @@ skip() {
     exit 0
 }
 
-# Debian's kernel, unpacked and not installed: the image and the modules that the machine needs, with what these need.
-fetch_kernel() {
-    local package version list module
-    package=$(apt-cache depends linux-image-amd64 | sed -n 's/^ *Depends: \(linux-image-[0-9].*-amd64\)$/\1/p' | head -n 1)
-    [ -n "$package" ] || return 1
-    version=${package#linux-image-}
-    [ "$(cat "$folder/version" 2>/dev/null)" = "$version" ] && return 0
-    rm -rf "$folder/package" "$folder/machine"
-    mkdir -p "$folder/package" "$folder/machine/lib/modules/$version"
-    (cd "$folder/package" && apt-get -q -o APT::Sandbox::User="$(id -un)" download "$package" && dpkg-deb -x ./*.deb .) \
-        >"$folder/kernel.log" 2>&1 || return 1
-    cp "$folder/package/boot/vmlinuz-$version" "$folder/vmlinuz"
-    busybox depmod -b "$folder/package" "$version"
-    list=$(for module in virtio_pci 9pnet_virtio 9p overlay parport_pc ppdev lp; do
-        grep "/$module\.ko:" "$folder/package/lib/modules/$version/modules.dep" || return 1
-    done | tr -d : | tr ' ' '\n' | sed '/^$/d' | sort -u)
-    for module in $list; do
-        install -D -m 644 "$folder/package/lib/modules/$version/$module" "$folder/machine/lib/modules/$version/$module"
-        grep "^$module:" "$folder/package/lib/modules/$version/modules.dep"
-    done >"$folder/machine/lib/modules/$version/modules.dep"
+# The kernel package of today, by its name with the version; nothing if there is none to be had.
+kernel_package() {
+    apt-cache depends linux-image-amd64 2>/dev/null |
+        sed -n 's/^ *Depends: \(linux-image-[0-9].*-amd64\)$/\1/p' | head -n 1
+}
+
+download_kernel() {
     rm -rf "$folder/package"
+    mkdir -p "$folder/package"
+    (cd "$folder/package" && apt-get -q -o APT::Sandbox::User="$(id -un)" download "$1") >"$folder/kernel.log" 2>&1
+}
+
+# Debian's kernel, unpacked and not installed: the image and the modules that the machine needs, with what these need.
+unpack_kernel() {
+    local version=$1 module modules package=$folder/package machine=$folder/machine/lib/modules/$1
+    doing="unpacking the kernel of the emulated machine"
+    dpkg-deb -x "$package"/*.deb "$package"
+    cp "$package/boot/vmlinuz-$version" "$folder/vmlinuz"
+    busybox depmod -b "$package" "$version"
+    modules=$package/lib/modules/$version
+    rm -rf "$folder/machine"
+    mkdir -p "$machine"
+    for module in virtio_pci 9pnet_virtio 9p overlay parport_pc ppdev lp; do
+        grep "/$module\.ko:" "$modules/modules.dep"
+    done | tr -d : | tr ' ' '\n' | sed '/^$/d' | sort -u >"$folder/modules"
+    while read -r module; do
+        install -D -m 644 "$modules/$module" "$machine/$module"
+        grep "^$module:" "$modules/modules.dep" >>"$machine/modules.dep"
+    done <"$folder/modules"
+    rm -rf "$package"
     printf '%s\n' "$version" >"$folder/version"
 }
 
@@ -53,7 +62,7 @@ run_machine() {
         -parallel null -trace parallel_ioport_write -D "$folder/trace.log" </dev/null >"$folder/console.log" 2>&1
 }
 
-[ "$(uname -sm)" = "Linux x86_64" ] || skip "it shares this system's programs and so must be a PC with Linux, as this is not"
+[ "$(uname -sm)" = "Linux x86_64" ] || skip "it runs this system's programs, and this is no PC with Linux"
 command -v apt-get >/dev/null || command -v qemu-system-x86_64 >/dev/null || skip "there is no qemu-system-x86_64 here"
 # shellcheck disable=SC2086
 need $build_packages $test_packages
@@ -61,7 +70,15 @@ need $build_packages $test_packages
 need $hardware_packages || skip "the packages $hardware_packages can't be installed"
 mkdir -p "$folder"
 step "Fetching the kernel of the emulated machine"
-fetch_kernel || { as_root apt-get update -qq && fetch_kernel; } || skip "no kernel package can be had, see $folder/kernel.log"
+kernel=$(kernel_package)
+[ -n "$kernel" ] || { as_root apt-get update -qq && kernel=$(kernel_package); }
+[ -n "$kernel" ] || skip "the system's package lists name no kernel, linux-image-amd64"
+if [ "$(cat "$folder/version" 2>/dev/null)" != "${kernel#linux-image-}" ]; then
+    download_kernel "$kernel" ||
+        { as_root apt-get update -qq && kernel=$(kernel_package) && download_kernel "$kernel"; } ||
+        skip "the package $kernel can't be had, see $folder/kernel.log"
+    unpack_kernel "${kernel#linux-image-}"
+fi
 build dev tarnwick port_state parport_speed
 
 doing="running the emulated machine (see $folder/console.log)"

@@ -6,7 +6,6 @@
 #include <fstream>
 #include <functional>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -14,6 +13,7 @@
 #include "core/DeviceDisplay.h"
 #include "core/cPart.h"
 #include "settings/DeviceSetup.h"
+#include "support/Patterns.h"
 #include "support/TempFolder.h"
 
 namespace {
@@ -124,14 +124,13 @@ Keys KnownKeys() {
 }
 
 /// Calls with each line of a document and the section of a part file that the line is about, if there is one.
-void ForLines(const std::string& document, const std::regex& heading,
+void ForLines(const std::string& document, const std::string& heading,
               const std::function<void(const std::string&, const std::string&)>& visit) {
     std::ifstream in(SOURCE_DIR "/" + document);
     ASSERT_TRUE(in) << document;
     std::string section;
     for (std::string line; std::getline(in, line);) {
-        std::smatch found;
-        if (std::regex_search(line, found, heading)) {
+        for (const auto& found : AllMatches(line, heading)) {
             section.clear();
             for (const char* known : PartSections()) {
                 section = found[1] == known ? known : section;
@@ -142,27 +141,26 @@ void ForLines(const std::string& document, const std::regex& heading,
 }
 
 TEST(PartKeys, TheDocumentTellsEachOfThemAndNoOther) {
-    const std::regex key("^`([A-Z_]+)`(\\*([nm]+)\\*)?(, )?");
     Keys told;
     bool inKeys = false;
-    ForLines("docs/part-file.md", std::regex("^## (\\w+)"), [&](const std::string& section, const std::string& line) {
+    ForLines("docs/part-file.md", "^## ([A-Z]*)", [&](const std::string& section, const std::string& line) {
         inKeys = line.starts_with("| Key |") || (inKeys && line.starts_with('|'));
-        std::string cell = inKeys && line.starts_with("| ") ? line.substr(2, line.find(" |") - 2) : "";
-        for (std::smatch found; !section.empty() && std::regex_search(cell, found, key); cell = found.suffix()) {
-            told.insert(section + ' ' + found.str(1) + KindName(found.str(3).size()));
+        const std::string cell = inKeys && !section.empty() ? line.substr(0, line.find('|', 1)) : "";
+        for (const auto& found : AllMatches(cell, "`([A-Z_]+)`(\\*([nm]+)\\*)?")) {
+            told.insert(section + ' ' + found[1] + KindName(found[3].size()));
         }
     });
     EXPECT_EQ(told, KnownKeys());
 }
 
 TEST(PartKeys, TheManualPageTellsEachOfThemAndNoOther) {
-    const std::regex key("^\\.BI? ([A-Z_]+)( ([nm]+))?$");
     Keys told;
-    ForLines("packaging/man/tarnwick-part.5", std::regex("^\\.S[SH] (\\w+)"),
+    ForLines("packaging/man/tarnwick-part.5", "^\\.S[SH] ([A-Z]*)",
              [&](const std::string& section, const std::string& line) {
-                 std::smatch found;
-                 if (!section.empty() && std::regex_match(line, found, key)) {
-                     told.insert(section + ' ' + found.str(1) + KindName(found.str(3).size()));
+                 for (const auto& found : AllMatches(line, "^\\.BI? ([A-Z_]+)( ([nm]+))?$")) {
+                     if (!section.empty()) {
+                         told.insert(section + ' ' + found[1] + KindName(found[3].size()));
+                     }
                  }
              });
     EXPECT_EQ(told, KnownKeys());
