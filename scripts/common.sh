@@ -8,6 +8,7 @@ trap 'status=$?; if [ $status -ne 0 ]; then printf "\nFAILED while %s (exit code
 
 build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libgl-dev fonts-dejavu-core"
 test_packages="libgtest-dev nlohmann-json3-dev sigrok-cli dbus libglib2.0-bin python3-dbus systemd"
+test_packages="$test_packages desktop-file-utils appstream lintian man-db libxml2-utils"
 screen_packages="xvfb imagemagick dbus libglib2.0-bin python3-dbus"
 hardware_packages="qemu-system-x86 busybox-static cpio"
 

@@ -1,0 +1,176 @@
+#include <malloc.h>
+
+#include <QApplication>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "RobotActions.h"
+#include "RobotChecks.h"
+#include "platform/PortLog.h"
+#include "platform/RecordingPort.h"
+#include "ui/frmPart.h"
+
+// Works the real window at random and checks after each step that the screen says what the device says.
+// usage: test_robot [STEPS [SEED]]      or      test_robot devices COUNT: only changes devices and tells the memory.
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A folder with the shipped and the faulty part files, and their names.
+class RobotFolder {
+public:
+    RobotFolder() {
+        std::string name = (fs::temp_directory_path() / "tarnwick-robot-XXXXXX").string();
+        path_ = ::mkdtemp(name.data()) == nullptr ? "/dev/null" : name;
+        Take(PARTS_DIR, "");
+        Take(TEST_DATA_DIR "/part-faults", "F-");
+        fs::copy_file(PARTS_DIR "/tarnwick.ini", path_ / "tarnwick.ini");
+        devices_.emplace_back("no such device");
+    }
+    RobotFolder(const RobotFolder&) = delete;
+    RobotFolder& operator=(const RobotFolder&) = delete;
+    ~RobotFolder() {
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+
+    [[nodiscard]] std::string Path() const { return path_.string() + "/"; }
+    [[nodiscard]] const std::vector<std::string>& Devices() const { return devices_; }
+
+private:
+    void Take(const char* from, const std::string& prefix) {
+        std::vector<fs::path> files;
+        for (const auto& entry : fs::directory_iterator(from)) {
+            if (entry.path().extension() == ".ini" && entry.path().filename() != "tarnwick.ini") {
+                files.push_back(entry.path());
+            }
+        }
+        std::sort(files.begin(), files.end());
+        constexpr std::size_t kLongestName = 30;
+        for (const fs::path& file : files) {
+            const std::string device = (prefix + file.stem().string()).substr(0, kLongestName);
+            fs::copy_file(file, path_ / (device + ".ini"), fs::copy_options::overwrite_existing);
+            devices_.push_back(device);
+        }
+    }
+
+    fs::path path_;
+    std::vector<std::string> devices_;
+};
+
+/// The device, its window and its recorded port.
+class Session {
+public:
+    explicit Session(unsigned seed) {
+        auto end = std::make_unique<RobotPort>();
+        end_ = end.get();
+        port_ = std::make_unique<RecordingPort>(std::move(end));
+        port_->Add("log", LogPath(), std::make_unique<PortLog>());
+        port_->OpenTVicPort();
+        window_ = std::make_unique<frmPart>(part_, *port_, folder_.Path());
+        window_->Form_Load();
+        window_->show();
+        actions_ = std::make_unique<RobotActions>(*window_, part_, folder_.Devices(), folder_.Path(), seed);
+        actions_->Settle();
+    }
+
+    bool Run(int steps);
+    bool ChangeDevices(int count);
+
+private:
+    [[nodiscard]] std::string LogPath() const { return folder_.Path() + "port.log"; }
+    bool LogMatches();
+
+    RobotFolder folder_;
+    cPart part_;
+    RobotPort* end_ = nullptr;
+    std::unique_ptr<RecordingPort> port_;
+    std::unique_ptr<frmPart> window_;
+    std::unique_ptr<RobotActions> actions_;
+};
+
+/// Compares the log with what reached the end of the cable, and begins both anew.
+bool Session::LogMatches() {
+    port_->Idle();
+    std::ifstream log(LogPath());
+    std::uint64_t count = 0;
+    std::uint64_t sum = 0;
+    unsigned port = 0;
+    unsigned value = 0;
+    for (std::uint64_t time = 0; log >> std::dec >> time >> std::hex >> port >> value; ++count) {
+        sum = RobotPort::Added(sum, port, value);
+    }
+    const bool same = count == end_->Count() && sum == end_->Sum();
+    port_->OpenTVicPort();
+    return same;
+}
+
+bool Session::Run(int steps) {
+    RobotChecks checks(*window_, part_);
+    actions_->midway = [&] { checks.NoteValues(); };
+    constexpr int kLogEvery = 250;
+    constexpr int kMostFaults = 10;
+    int faults = 0;
+    std::uint64_t writes = 0;
+    for (int step = 1; step <= steps && faults < kMostFaults; ++step) {
+        checks.Before();
+        const std::string done = actions_->Step();
+        if (::getenv("ROBOT_VERBOSE") != nullptr) {
+            std::fprintf(stderr, "%d: %s\n", step, done.c_str());
+        }
+        const auto made = end_->Take();
+        writes += made.size();
+        std::string fault = checks.After(made);
+        if (step % kLogEvery == 0 && !LogMatches()) {
+            fault += "  the log differs from what went to the port\n";
+        }
+        if (!fault.empty()) {
+            ++faults;
+            std::printf("step %d, device %s, %s:\n%s", step, part_.ID().c_str(), done.c_str(), fault.c_str());
+        }
+        std::fflush(stdout);
+    }
+    std::printf("%d steps, %d with faults; %zu comparisons, %llu port writes, %zu loads decoded\n", steps, faults,
+                checks.Checked(), static_cast<unsigned long long>(writes), checks.Decoded());
+    return faults == 0;
+}
+
+/// Goes round a few devices; the memory after the last change must be that after the tenth. There are as many as the
+/// cache of INI files holds with room to spare, and a divisor of ten, so that the same one stands at both.
+bool Session::ChangeDevices(int count) {
+    constexpr int kFirstLook = 50;   // Five rounds: what the toolkit keeps of faces and pictures is there by then.
+    constexpr std::size_t kDevices = 5;
+    std::size_t first = 0;
+    std::size_t last = 0;
+    for (int change = 1; change <= count; ++change) {
+        actions_->SelectDevice(static_cast<std::size_t>(change) % kDevices);
+        actions_->Settle();
+        end_->Take();
+        last = ::mallinfo2().uordblks;
+        if (change == kFirstLook) {
+            first = last;
+        }
+    }
+    std::printf("memory in use after device change %d: %zu, after %d: %zu bytes\n", kFirstLook, first, count, last);
+    constexpr std::size_t kPart = 50;   // 2 %
+    return count <= kFirstLook || last <= first + first / kPart;
+}
+
+}   // namespace
+
+int main(int argc, char* argv[]) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QApplication app(argc, argv);
+    const std::string first = argc > 1 ? argv[1] : "1500";
+    if (first == "devices") {
+        return Session(0).ChangeDevices(argc > 2 ? std::stoi(argv[2]) : 100) ? 0 : 1;
+    }
+    const unsigned seed = argc > 2 ? static_cast<unsigned>(std::stoul(argv[2])) : 1U;
+    std::printf("seed %u\n", seed);
+    return Session(seed).Run(std::stoi(first)) ? 0 : 1;
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "RobotPort.h"
+
+class cPart;
+class frmPart;
+
+/// What must hold between two steps of the robot.
+class RobotChecks {
+public:
+    RobotChecks(frmPart& window, cPart& part) : window_(window), part_(part) {}
+
+    void Before();       ///< Before a step: what may go to the port in it.
+    void NoteValues();   ///< Also in the middle of a step that makes several changes.
+    /// After it: what doesn't hold, a line each; empty if all is well.
+    std::string After(const std::vector<RobotPort::Write>& writes);
+
+    [[nodiscard]] std::size_t Checked() const { return checked_; }   ///< Comparisons made so far,
+    [[nodiscard]] std::size_t Decoded() const { return decoded_; }   ///< and loads that were decoded.
+
+private:
+    void Fail(const std::string& text) { faults_ += "  " + text + "\n"; }
+    void Equal(const std::string& what, const std::string& screen, const std::string& model);
+    template <class Read>
+    void Compare(const std::string& what, const std::string& screen, Read read);
+    void CheckIdle();
+    void CheckRegisters();
+    void CheckFields();
+    void CheckPins();
+    void CheckPLLs();
+    void CheckCounts();
+    void CheckWrites(const std::vector<RobotPort::Write>& writes);
+    void CheckLoads(const std::vector<RobotPort::Write>& writes, const RobotWiring& wiring);
+    [[nodiscard]] std::optional<RobotWiring> Wiring() const;
+    [[nodiscard]] bool Stayed(int page) const;   ///< The page was current before the step, and is.
+    [[nodiscard]] int Members(const char* array) const;
+
+    frmPart& window_;
+    cPart& part_;
+    std::string faults_;
+    std::string device_;
+    int page_ = 0;   ///< That was current before the step.
+    std::optional<RobotWiring> wiring_;
+    std::set<std::uint64_t> values_;   ///< What registers and burst commands hold before or after the step.
+    std::set<std::uint16_t> addresses_;
+    std::size_t checked_ = 0;
+    std::size_t decoded_ = 0;
+};
