@@ -5,7 +5,7 @@
 int main(int argc, char* argv[]) {
     const QApplication app(argc, argv);
     QWidget window;
-    constexpr QSize kSize(1200, 740);
+    constexpr QSize kSize(1224, 740);
     window.resize(kSize);
     window.show();
     return QApplication::exec();

@@ -1,70 +1,59 @@
 #!/usr/bin/env bash
-# Makes the pictures of the documents anew, from the real program on a virtual display. With the folder of another
-# build than build/release as argument, from that one.
+# Makes the pictures of the documents anew: the real program on a virtual display, worked by keys as a user would. Takes
+# the folder of the build, by default build/release.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/common.sh
 
 # shellcheck disable=SC2086
-need $screen_packages
-program=$PWD/${1:-build/release}/tarnwick
+need $screen_packages xdotool
 images=$PWD/docs/images
 folder=$(mktemp -d)
-xvfb='' bus=''
-trap 'status=$?; kill $bus $xvfb 2>/dev/null || true; rm -rf "$folder"; [ $status -eq 0 ] || printf "\nFAILED while %s (exit code %s).\n" "$doing" "$status" >&2' EXIT
+xvfb='' tarnwick=''
+trap 'status=$?; kill $tarnwick $xvfb 2>/dev/null || true; rm -rf "$folder"; [ $status -eq 0 ] || printf "\nFAILED while %s (exit code %s).\n" "$doing" "$status" >&2' EXIT
 mkdir -p "$images"
 
 doing="starting the virtual display"
-size=1200x740   # The window's at the first start, which the screen has room for.
-Xvfb -displayfd 9 -screen 0 1216x788x24 -nolisten tcp >/dev/null 2>&1 9>"$folder/.display" &
+size=1224x740   # The window's at the first start; the screen has room for it and a frame.
+Xvfb -displayfd 9 -screen 0 1240x788x24 -nolisten tcp >/dev/null 2>&1 9>"$folder/.display" &
 xvfb=$!
-doing="starting a message bus that starts the program at the first call"
-install -m 755 "$program" "$folder/tarnwick"
-cp parts/*.ini "$folder"
-register_service "$folder/share/dbus-1/services" "$folder"
 for _ in $(seq 100); do
     [ -s "$folder/.display" ] && break
     sleep 0.1
 done
 DISPLAY=:$(cat "$folder/.display")
 export DISPLAY
-XDG_DATA_DIRS=$folder/share:${XDG_DATA_DIRS:-/usr/local/share:/usr/share} \
-    dbus-daemon --session --nofork --nosyslog --print-address=1 >"$folder/.bus" 2>/dev/null &
-bus=$!
-for _ in $(seq 100); do
-    [ -s "$folder/.bus" ] && break
-    sleep 0.1
-done
-DBUS_SESSION_BUS_ADDRESS=$(cat "$folder/.bus")
-export DBUS_SESSION_BUS_ADDRESS
 
 doing="starting Tarnwick"
-coproc holder { exec /usr/bin/python3 examples/hold-application.py; }
-exec {holding}>&"${holder[1]}"   # The holder ends when this is closed.
-read -r -t 30 app <&"${holder[0]}"
+install -m 755 "${1:-build/release}/tarnwick" "$folder/tarnwick"
+cp parts/*.ini "$folder"
+dbus-run-session -- "$folder/tarnwick" 2>/dev/null &
+tarnwick=$!
+window=$(timeout 20 xdotool search --sync --onlyvisible --name '^QRV$')
+xdotool windowfocus --sync "$window"
 
-call() {   # MEMBER [ARGUMENT...]
-    gdbus call --session --dest com.ostrel.Tarnwick2x --object-path "$app" \
-        --method "com.ostrel.Tarnwick2x._Application.$1" -- "${@:2}" >/dev/null
-}
-shoot() {   # PAGE FILE
-    call SelectTab "$1"
+keys() { xdotool key --delay 60 "$@"; }
+shoot() {   # FILE
     sleep 0.5
-    import -window root -crop "$size+0+0" +repage +dither -colors 64 -strip "$images/$2"
+    import -window root -crop "$size+0+0" +repage +dither -colors 64 -strip "$images/$1"
 }
+
+doing="selecting QRV3320 in the menu"
+keys alt+s Down Down Down Right Return
+timeout 10 xdotool search --sync --onlyvisible --name "^QRV3320\$" >/dev/null || { import -window root /tmp/shots/fail.png; exit 1; }
 
 doing="taking the pictures"
-call SelectPart QRV3320
-shoot "Port Setup" first-1-wiring.png
-shoot "RF PLL" first-2-reference.png
-call SetVCOFrequency "RF PLL" 1925.03
-shoot "RF PLL" first-3-frequency.png
-shoot "Registers" first-4-registers.png
-shoot "Bits/Pins" first-5-fields.png
+shoot first-1-wiring.png
+keys ctrl+Tab ctrl+Tab ctrl+Tab ctrl+Tab
+shoot first-2-reference.png
+keys ctrl+f Home shift+End
+xdotool type 1925.0305
+keys Return
+shoot first-3-frequency.png
 cp "$images/first-3-frequency.png" "$images/window.png"
-call SetSaveSettings false
-
-doing="closing Tarnwick"
-exec {holding}>&-
+keys ctrl+shift+Tab ctrl+shift+Tab
+shoot first-4-fields.png
+keys ctrl+shift+Tab
+shoot first-5-registers.png
 step "Made:"
 printf '   %s\n' "$images"/*.png

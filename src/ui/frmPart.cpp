@@ -21,7 +21,7 @@
 namespace {
 
 constexpr QSize kSmallest(641, 427);
-constexpr QSize kFirstSize(1200, 740);   // Every page of most devices fits without scrolling.
+constexpr QSize kFirstSize(1224, 740);   // Every page of most devices fits without scrolling.
 constexpr QSize kFrame(16, 48);          // What a desktop puts round the window.
 
 }   // namespace
