@@ -1,0 +1,65 @@
+#!/usr/bin/env bash
+# Makes the pictures of the documents anew: the real program on a virtual display, worked by keys as a user would. Takes
+# the folder of the build, by default build/release.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/common.sh
+
+# shellcheck disable=SC2086
+need $screen_packages xdotool
+images=$PWD/docs/images
+folder=$(mktemp -d)
+xvfb='' bus='' tarnwick=''
+trap 'status=$?; kill $tarnwick $bus $xvfb 2>/dev/null || true; rm -rf "$folder"; [ $status -eq 0 ] || printf "\nFAILED while %s (exit code %s).\n" "$doing" "$status" >&2' EXIT
+mkdir -p "$images"
+
+doing="starting the virtual display"
+size=1224x740   # The window's at the first start; the screen has room for it and a frame.
+Xvfb -displayfd 9 -screen 0 1240x788x24 -nolisten tcp >/dev/null 2>&1 9>"$folder/.display" &
+xvfb=$!
+for _ in $(seq 100); do
+    [ -s "$folder/.display" ] && break
+    sleep 0.1
+done
+DISPLAY=:$(cat "$folder/.display")
+export DISPLAY
+
+doing="starting Tarnwick"
+install -m 755 "${1:-build/release}/tarnwick" "$folder/tarnwick"
+cp parts/*.ini "$folder"
+dbus-daemon --session --nofork --nosyslog --print-address=1 >"$folder/.bus" 2>/dev/null &
+bus=$!
+for _ in $(seq 100); do
+    [ -s "$folder/.bus" ] && break
+    sleep 0.1
+done
+DBUS_SESSION_BUS_ADDRESS=$(cat "$folder/.bus") "$folder/tarnwick" 2>/dev/null &
+tarnwick=$!
+window=$(timeout 20 xdotool search --sync --onlyvisible --name '^QRV$')
+xdotool windowfocus --sync "$window"
+
+keys() { xdotool key --delay 60 "$@"; }
+shoot() {   # FILE
+    sleep 0.5
+    import -window root -crop "$size+0+0" +repage +dither -colors 64 -strip "$images/$1"
+}
+
+doing="selecting QRV3320 in the menu"
+keys alt+s Down Down Down Right Return
+timeout 10 xdotool search --sync --onlyvisible --name "^QRV3320\$" >/dev/null
+
+doing="taking the pictures"
+shoot first-2-reference.png   # The PLL's page comes by itself.
+keys ctrl+f Home shift+End
+xdotool type 1925.0305
+keys Return
+shoot first-3-frequency.png
+cp "$images/first-3-frequency.png" "$images/window.png"
+keys ctrl+shift+Tab ctrl+shift+Tab
+shoot first-4-fields.png
+keys ctrl+shift+Tab
+shoot first-5-registers.png
+keys ctrl+shift+Tab
+shoot first-1-wiring.png
+step "Made:"
+printf '   %s\n' "$images"/*.png
