@@ -18,20 +18,8 @@ constexpr int kFirstPLLPage = 4;
 
 /// Reading the frequencies repairs an R of 0, perhaps after registers and fields were drawn.
 void frmPart::ShowPLLs() {
-    const auto values = [this] {
-        std::vector<double> all;
-        for (const cRegister& one : part_.Registers()) {
-            all.push_back(one.Value());
-        }
-        return all;
-    };
-    const auto before = values();
     for (PLLPage* page : pllPages_) {
         page->ShowPLL();
-    }
-    if (values() != before) {
-        registersPage_->ShowRegisters();
-        bitsPage_->ShowBits();
     }
 }
 

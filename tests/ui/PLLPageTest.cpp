@@ -469,4 +469,7 @@ TEST_F(PLLPageTest, AnotherDeviceStartsAfresh) {
     EXPECT_FALSE(Shown("txtFractNum(0)"));
     EXPECT_FALSE(Child("lblPDPol(0)")->isEnabled());
     EXPECT_EQ(Shows(0), "10 10000 10 1 0");
+    EnterInto("txtRCounter(0)", "0");
+    EXPECT_EQ(Shows(0), "10 10000 10 1 0") << "an R of 0 is repaired";
+    EXPECT_EQ(Child<QLineEdit>("txtRegBits(0)")->text().right(4), "1  0") << "and its register's row shows that";
 }
