@@ -1,5 +1,6 @@
 #include "settings/Modes.h"
 
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -138,6 +139,10 @@ int AddMode(cPart& part, const std::string& appPath, const std::string& name, co
         number = std::max<int>(0, FileShort(GetPrivateSetting(path, kModes, "COUNT", "0")));
     } catch (const ConversionError& bad) {
         error = Place(path, "COUNT") + bad.what();
+        return -1;
+    }
+    if (number == std::numeric_limits<std::int16_t>::max()) {
+        error = Place(path, "COUNT") + "the file has no room for another mode";
         return -1;
     }
     ProfileTransaction file(path);

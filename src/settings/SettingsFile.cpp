@@ -1,6 +1,8 @@
 #include "settings/SettingsFile.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 #include "core/Errors.h"
 #include "core/Numbers.h"
@@ -57,7 +59,12 @@ std::vector<std::string> SettingsFile::RecentParts() const {
 std::string SettingsFile::SaveRecentParts(const std::vector<std::string>& captions) const {
     const int count = std::min(RecentCount(), static_cast<int>(captions.size()));
     if (count == 0) {
-        return {};
+        // Without a file there is no list; one that can't be read may have one.
+        std::error_code ignored;
+        const auto reason = PrivateProfileReadError(path_);
+        return reason && std::filesystem::exists(path_, ignored)
+                   ? "the recent list is not saved: can't read " + path_ + ": " + *reason
+                   : std::string();
     }
     ProfileTransaction file(path_);
     for (int i = 0; i < count; ++i) {

@@ -169,6 +169,15 @@ TEST(Modes, AddedModeComesBack) {
     EXPECT_EQ(Contents(device.path).find(std::string(kPart).substr(0, 60)), 0U) << "what was there stays";
 }
 
+TEST(Modes, CountThatCanGoNoFurtherIsKept) {
+    Device device;
+    device.folder.File("DEV.ini", "[MODES]\nCOUNT=32767\n");
+    std::string error;
+    EXPECT_EQ(AddMode(device.part, device.folder.Path(""), "x", {}, error), -1);
+    EXPECT_NE(error.find(device.path + ":2: [MODES] COUNT: "), std::string::npos) << error;
+    EXPECT_EQ(Contents(device.path), "[MODES]\nCOUNT=32767\n");
+}
+
 TEST(DeviceSettings, DeviceComesBackAsItWasLeft) {
     Device device;
     device.part.ClockPosition(256);

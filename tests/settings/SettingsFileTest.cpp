@@ -78,6 +78,9 @@ TEST(SettingsFile, ListsDevicesFamiliesAndRecentParts) {
     EXPECT_EQ(missing.RecentCount(), 0);
     EXPECT_NE(missing.ReadError().find("nowhere/tarnwick.ini"), std::string::npos) << missing.ReadError();
     EXPECT_EQ(missing.SaveRecentParts({"a"}), "") << "without a COUNT there is nothing to save";
+    std::filesystem::create_directories(folder.Path("held/tarnwick.ini"));
+    const std::string held = SettingsFile(folder.Path("held/")).SaveRecentParts({"a"});
+    EXPECT_NE(held.find(folder.Path("held/tarnwick.ini")), std::string::npos) << "what can't be read is told: " << held;
 }
 
 TEST(SettingsFile, WritesTheRecentListAndNothingElse) {
