@@ -2,30 +2,16 @@
 #include <chrono>
 
 #include "Figures.h"
+#include "OneRegister.h"
 #include "burst/BurstText.h"
 #include "burst/SetupFile.h"
 #include "burst/cBurst.h"
 #include "core/PortWord.h"
-#include "core/cPart.h"
-#include "platform/PortDrivers.h"
 #include "support/TempFolder.h"
 
 namespace {
 
-struct Device {
-    MadePort made = MakePort({}, "");   // Out of the optimiser's sight, as in the program.
-    cPart part;
-
-    Device() {
-        part.UsePort(*made.port);
-        part.ID("BURST");
-        part.PortAddress(0x378);
-        part.ClockPosition(1);
-        part.DataPosition(2);
-        part.LEPosition(4);
-        part.RegisterLength(24);
-        part.AddRegister("R", 0, 0xA5C3F1, true, "");
-    }
+struct Device : OneRegister {
     void Add(int commands) {
         for (int i = 0; i < commands; ++i) {
             part.AddBurstCommand("R", BurstKind::Load);

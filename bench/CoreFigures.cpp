@@ -3,9 +3,8 @@
 
 #include "Figures.h"
 #include "LargeDevice.h"
+#include "OneRegister.h"
 #include "core/PortWord.h"
-#include "core/cPart.h"
-#include "platform/PortDrivers.h"
 #include "settings/DeviceSetup.h"
 #include "support/TempFolder.h"
 
@@ -13,26 +12,18 @@ namespace {
 
 /// A register of 24 bits by its name, against a loop that hands the same bytes to the same port.
 Figure LoadRegister() {
-    static const MadePort made = MakePort({}, "");   // Out of the optimiser's sight, as in the program.
-    static cPart part;
-    part.UsePort(*made.port);
-    part.PortAddress(0x378);
-    part.ClockPosition(1);
-    part.DataPosition(2);
-    part.LEPosition(4);
-    part.RegisterLength(24);
-    part.AddRegister("R", 0, 0xA5C3F1, true, "");
+    static OneRegister device;
     static std::array<std::uint8_t, 102> bytes{};
     for (std::size_t i = 0; i < bytes.size(); i += 2) {
         bytes[i] = static_cast<std::uint8_t>(i % 8);
         bytes[i + 1] = kInvertedControls;
     }
-    Port& bare = *made.port;
+    Port& bare = *device.made.port;
     return Compare(
         "LoadRegister, 24 bits, simulated port", "a bare loop of the same 102 writes", 2,
         [] {
             std::string name = "R";
-            part.LoadRegister(name);
+            device.part.LoadRegister(name);
         },
         [&bare] {
             for (std::size_t i = 0; i < bytes.size(); i += 2) {

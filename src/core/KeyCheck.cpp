@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <map>
 #include <string>
+#include <string_view>
 #include <tuple>
 
 #include "core/Nearest.h"
@@ -46,16 +47,16 @@ public:
 private:
     struct Place {
         int line = 0;
-        std::string key;
+        std::string_view key;   // In the text of the lines, which outlives the check.
     };
     using Items = std::map<int, Place>;   // The first key of each item.
 
     void Report(Severity severity, const Place& place, const std::string& text) {
-        file_.Report(severity, place.line, section_, place.key, text);
+        file_.Report(severity, place.line, section_, std::string(place.key), text);
     }
 
     void Visit(const ProfileLine& line) {
-        const Place place{line.number, std::string(line.name)};
+        const Place place{line.number, line.name};
         switch (line.kind) {
             case ProfileLine::Kind::Header:
                 Enter(line);

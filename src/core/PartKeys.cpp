@@ -118,6 +118,17 @@ void AddReadings(const PartKey& key, std::string_view digits, std::vector<KeyRea
     }
 }
 
+/// The keys of each section by their name; COUNT of BITS is two.
+using KeyIndex = ProfileNameMap<ProfileNameMap<std::vector<const PartKey*>>>;
+
+KeyIndex IndexedKeys() {
+    KeyIndex index;
+    for (const PartKey& key : kKeys) {
+        index[key.section][key.name].push_back(&key);
+    }
+    return index;
+}
+
 }   // namespace
 
 std::span<const PartKey> PartKeys() {
@@ -135,11 +146,14 @@ KeyParts SplitKey(std::string_view key) {
 }
 
 std::vector<KeyReading> ReadingsOf(std::string_view section, std::string_view key) {
+    static const KeyIndex index = IndexedKeys();   // Asked for every line of a file.
     const auto [name, digits] = SplitKey(key);
     std::vector<KeyReading> readings;
-    for (const PartKey& known : kKeys) {
-        if (Equal(known.section, section) && Equal(known.name, name)) {
-            AddReadings(known, digits, readings);
+    if (const auto names = index.find(section); names != index.end()) {
+        if (const auto keys = names->second.find(name); keys != names->second.end()) {
+            for (const PartKey* known : keys->second) {
+                AddReadings(*known, digits, readings);
+            }
         }
     }
     return readings;
