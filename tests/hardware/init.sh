@@ -29,6 +29,11 @@ chmod 700 /new/tmp/runtime
 source=$(sed -n 's/.*tarnwick.source=\([^ ]*\).*/\1/p' /new/proc/cmdline)
 build=$(sed -n 's/.*tarnwick.build=\([^ ]*\).*/\1/p' /new/proc/cmdline)
 export source build
+# A tree under /tmp is hidden by the machine's own: it is laid back into its place.
+if [ ! -e "/new$source/tests" ]; then
+    mkdir -p "/new$source"
+    mount --bind "/lower$source" "/new$source"
+fi
 export PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8
 export XDG_RUNTIME_DIR=/tmp/runtime QT_QPA_PLATFORM=offscreen
 chroot /new /usr/bin/dbus-run-session -- /usr/bin/python3 -B "$source/tests/hardware/guest.py" </new/dev/null
