@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QStandardPaths>
+#include <QTimer>
 #include <filesystem>
 
 #include "automation/Automation.h"
@@ -22,7 +23,9 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationDisplayName(QString());
     QApplication::setApplicationVersion(QStringLiteral(TARNWICK_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("com.ostrel.Tarnwick2x"));
-    QApplication::setWindowIcon(ProgramIcon());
+    // Drawing the icon in all its sizes takes a while; the window is seen first.
+    constexpr int kIconDelay = 100;
+    QTimer::singleShot(kIconDelay, [] { QApplication::setWindowIcon(ProgramIcon()); });
 
     const ProgramFolder folder = OpenProgramFolder(
         {QApplication::applicationDirPath().toStdString(),

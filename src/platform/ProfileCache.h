@@ -35,7 +35,7 @@ private:
     static void Refresh(Entry& entry);
     static void Take(Entry& entry, const FileStamp& stamp, std::string bytes);
 
-    static constexpr std::size_t mostFiles = 8;
+    static constexpr std::size_t mostFiles = 4;   // The settings, the device, and those just left.
 
     std::list<Entry> entries_;   // The one used last is first.
 };

@@ -67,7 +67,7 @@ bool BitsFrame::Shares() const {
 }
 
 BitsFrame::Widths BitsFrame::NaturalWidths() const {
-    constexpr int kLongLabel = 160;   // A longer one would push the boxes of the other frames too far away.
+    constexpr int kLongLabel = 30;   // In letters. A longer one would push the boxes of other frames too far away.
     Widths widths;
     if (Shares()) {
         for (const Row& row : rows_) {
@@ -78,7 +78,7 @@ BitsFrame::Widths BitsFrame::NaturalWidths() const {
             }
         }
     }
-    return widths.labels <= kLongLabel ? widths : Widths{};
+    return widths.labels <= kLongLabel * fontMetrics().averageCharWidth() ? widths : Widths{};
 }
 
 void BitsFrame::ShareWidths(const Widths& widths) {
@@ -106,10 +106,17 @@ int BitsFrame::RowsThatFit(int height) const {
     return std::max(1, (room + kSpacing) / (RowHeight() + kSpacing));
 }
 
+/// A check box reaches into the filler of its column. The grid adds its spacing to the last one only then.
+bool BitsFrame::LastFillerTaken(int rowsPerColumn) const {
+    const int last = std::max(0, static_cast<int>(rows_.size()) - 1);
+    const int head = last / rowsPerColumn * rowsPerColumn;
+    return std::any_of(rows_.begin() + head, rows_.end(), [](const Row& row) { return row.label == nullptr; });
+}
+
 void BitsFrame::Arrange(int rowsPerColumn) {
     delete layout();
     auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(kMargin, kSpacing, kMargin - kSpacing, kMargin);   // The last filler adds its spacing.
+    grid->setContentsMargins(kMargin, kSpacing, LastFillerTaken(rowsPerColumn) ? kMargin - kSpacing : kMargin, kMargin);
     grid->setSpacing(kSpacing);
     for (int i = 0; i < static_cast<int>(rows_.size()); ++i) {
         const int first = i / rowsPerColumn * kGridColumns;

@@ -44,6 +44,7 @@ private:
     [[nodiscard]] bool Shares() const;
     [[nodiscard]] int RowHeight() const;
     [[nodiscard]] int RowsThatFit(int height) const;
+    [[nodiscard]] bool LastFillerTaken(int rowsPerColumn) const;
     void Arrange(int rowsPerColumn);
     void Place(const Row& row, int line, int column);
 

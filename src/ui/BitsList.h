@@ -2,7 +2,7 @@
 
 #include <QComboBox>
 
-/// A drop-down list that the mouse wheel leaves alone: whoever scrolls the page past it must not switch the device.
+/// A drop-down list that the mouse wheel leaves alone: whoever scrolls past it must not switch the device by that.
 /// Opened, it shows its entries at full length.
 class BitsList : public QComboBox {
     Q_OBJECT

@@ -10,6 +10,8 @@
 #include "burst/BurstText.h"
 #include "burst/SetupFile.h"
 #include "burst/cBurst.h"
+#include "ui/BitsList.h"
+#include "ui/Colours.h"
 #include "ui/FixedFace.h"
 #include "ui/TextBox.h"
 
@@ -30,9 +32,14 @@ BurstList::BurstList(QWidget* parent) : QPlainTextEdit(parent) {
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setUndoRedoEnabled(false);
-    setFont(FixedFace());
     // Room for one line more than the commands: a click below them means the end of the list.
     document()->setDocumentMargin(kSpacing);
+}
+
+/// The face takes a while to load, so it waits for the first look at the page.
+void BurstList::showEvent(QShowEvent* event) {
+    setFont(FixedFace());
+    QPlainTextEdit::showEvent(event);
 }
 
 void BurstList::mouseReleaseEvent(QMouseEvent* event) {
@@ -97,11 +104,12 @@ QPushButton* BurstPage::MakeButton(const char* name, const char* caption, const 
 QWidget* BurstPage::BuildCommandColumn() {
     label1_ = new QLabel(QStringLiteral("Load"));
     label1_->setObjectName(QStringLiteral("Label1"));
-    cmbLdBurst_ = new QComboBox;
+    cmbLdBurst_ = new BitsList(this);   // A wheel that runs over it must not add commands.
     cmbLdBurst_->setObjectName(QStringLiteral("cmbLdBurst"));
     cmbLdBurst_->setAccessibleName(tr("Add the load of a register"));
     cmbLdBurst_->setToolTip(tr("Adds the load of a register with its present value."));
     cmbLdBurst_->setPlaceholderText(tr("Register"));
+    ColourPrompt();
     cmbLdBurst_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     constexpr int kShownLetters = 14;
     cmbLdBurst_->setMinimumContentsLength(kShownLetters);
@@ -128,6 +136,23 @@ QWidget* BurstPage::BuildCommandColumn() {
     return column;
 }
 
+/// The styles' own colour for a prompt would make the list look switched off.
+void BurstPage::ColourPrompt() {
+    constexpr double kPaleness = 0.3;   // Buttons are shaded, so less than elsewhere.
+    const QPalette& page = palette();
+    QPalette colours;
+    colours.setColor(QPalette::PlaceholderText,
+                     Between(page.color(QPalette::ButtonText), page.color(QPalette::Button), kPaleness));
+    cmbLdBurst_->setPalette(colours);
+}
+
+void BurstPage::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) {
+        ColourPrompt();
+    }
+    QWidget::changeEvent(event);
+}
+
 /// The frame of the buttons for the list as a whole.
 QWidget* BurstPage::BuildListButtons() {
     auto* frame = new QFrame;
@@ -148,15 +173,19 @@ QWidget* BurstPage::BuildListButtons() {
     grid->setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
     grid->setSpacing(kSpacing);
     constexpr int kAcross = 5;
+    constexpr int kLetters = 18;
+    const int widest = kLetters * fontMetrics().averageCharWidth();   // Of a button in a wide window.
     int place = 0;
     for (QPushButton* button :
          {cmdRun_, cmdLoop_, cmdInsert_, cmdDelete_, cmdDeleteAll_, cmdLEMode_, command1_, cmdSave_, cmdLoad_}) {
+        button->setMaximumWidth(widest);
         grid->addWidget(button, place / kAcross, place % kAcross);
         ++place;
     }
     for (int column = 0; column < kAcross; ++column) {
-        grid->setColumnStretch(column, 1);
+        grid->setColumnStretch(column, kAcross);
     }
+    grid->setColumnStretch(kAcross, 1);
     return frame;
 }
 

@@ -23,6 +23,7 @@ signals:
     void DoubleClicked();
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
@@ -47,10 +48,14 @@ public:
     [[nodiscard]] bool Loops() const;
     void ClearRegisters();   ///< Empties the list of registers, hides the SBI buttons.
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     QPushButton* MakeButton(const char* name, const char* caption, const char* hint);
     QWidget* BuildCommandColumn();
     QWidget* BuildListButtons();
+    void ColourPrompt();
     void Wire();
     void AddCommand(std::int16_t kind, const std::string& name);
     bool SelectClickedLine();

@@ -2,6 +2,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "ui/Colours.h"
 #include "ui/ConnectorDiagram.h"
 
 // What the diagram paints itself, under its pins and wires: connector bodies, outlines and texts.
@@ -19,21 +20,19 @@ QFont SmallFont(const QFont& font) {
 
 /// Stands out against the background and against all colours of the lines.
 QColor ConnectorDiagram::Outline() const {
-    const QColor ink = palette().color(QPalette::Text);
-    const QColor paper = palette().color(QPalette::Base);
-    const auto mixed = [](int one, int two) { return (2 * one + two) / 3; };
-    return {mixed(ink.red(), paper.red()), mixed(ink.green(), paper.green()), mixed(ink.blue(), paper.blue())};
+    constexpr double kPaleness = 1.0 / 3;
+    return Between(palette().color(QPalette::Text), palette().color(QPalette::Base), kPaleness);
 }
 
 void ConnectorDiagram::PaintBodies(QPainter& painter) const {
-    painter.setPen(Outline());
+    painter.setPen(QPen(Outline(), 1, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.setBrush(palette().color(QPalette::Window));
     QPolygonF shell;
     for (const DiagramPoint& corner : kShell) {
         shell << QPointF(corner.x * unit_ + 0.5, corner.y * unit_ + 0.5);
     }
     painter.drawPolygon(shell);
-    painter.drawRect(Box(kHeader));
+    painter.drawRect(QRectF(Box(kHeader)).adjusted(0.5, 0.5, 0.5, 0.5));
 }
 
 /// A line of one pixel round every pin and wire, under them.
@@ -49,10 +48,11 @@ void ConnectorDiagram::PaintOutlines(QPainter& painter) const {
     }
     frame(pinheader_[kGroundPin]);
     std::for_each(swatches_.begin(), swatches_.end(), frame);
-    painter.setPen(Outline());
+    painter.setPen(QPen(Outline(), 1, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.setBrush(Qt::NoBrush);
     const int size = kPinSize * unit_;
-    painter.drawRect(kHeaderFree.x * unit_ - size / 2, kHeaderFree.y * unit_ - size / 2, size - 1, size - 1);
+    const QPoint corner = QPoint(kHeaderFree.x, kHeaderFree.y) * unit_ - QPoint(size, size) / 2;
+    painter.drawRect(QRectF(corner, QSize(size, size)).adjusted(-0.5, -0.5, 0.5, 0.5));   // As large as its neighbours.
 }
 
 void ConnectorDiagram::PaintNumbers(QPainter& painter) const {
@@ -79,7 +79,7 @@ void ConnectorDiagram::PaintUses(QPainter& painter) const {
         QFont shown = font();
         shown.setBold(uses_[i].role == LineRole::Conflict);
         painter.setFont(shown);
-        painter.setPen(palette().color(used ? QPalette::Text : QPalette::PlaceholderText));
+        painter.setPen(used ? palette().color(QPalette::Text) : PaleText(palette()));
         painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft,
                          painter.fontMetrics().elidedText(lines_[i].text, Qt::ElideRight, room.width()));
     }
@@ -96,6 +96,6 @@ void ConnectorDiagram::paintEvent(QPaintEvent* /*event*/) {
     if (hasFocus()) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
     }
 }

@@ -8,13 +8,9 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
+#include "ui/Colours.h"
 
-/// A colour between two of the palette's, so that it suits a light and a dark one.
-QColor Between(const QColor& one, const QColor& two, double share) {
-    const auto mix = [share](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * share)); };
-    return {mix(one.red(), two.red()), mix(one.green(), two.green()), mix(one.blue(), two.blue())};
-}
+namespace {
 
 int AtLeastOne(double pixels) {
     return std::max(1, static_cast<int>(std::lround(pixels)));
@@ -150,7 +146,8 @@ void BlockLabel::paintEvent(QPaintEvent* /*event*/) {
     const int flags = Qt::AlignCenter | Qt::TextWordWrap;
     const bool fits = rect().contains(fontMetrics().boundingRect(rect(), flags, text()));
     const QString shown = fits ? text() : fontMetrics().elidedText(text(), Qt::ElideRight, width());
-    style()->drawItemText(&painter, rect(), flags, palette(), isEnabled(), shown, foregroundRole());
+    painter.setPen(isEnabled() ? palette().color(foregroundRole()) : PaleText(palette()));
+    painter.drawText(rect(), flags, shown);
     if (hasFocus()) {
         QStyleOptionFocusRect option;
         option.initFrom(this);

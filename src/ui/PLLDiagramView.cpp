@@ -51,12 +51,11 @@ PLLDiagramView::PLLDiagramView(int index, QWidget* parent) : QWidget(parent) {
 }
 
 /// Fitting the grid to the font takes a while, so a page that nobody looks at isn't arranged.
-bool PLLDiagramView::event(QEvent* event) {
-    const bool handled = QWidget::event(event);
-    if (event->type() == QEvent::Polish) {
+void PLLDiagramView::showEvent(QShowEvent* event) {
+    if (!arranged_) {
         Arrange();
     }
-    return handled;
+    QWidget::showEvent(event);
 }
 
 void PLLDiagramView::AddFigures(int index) {
@@ -194,6 +193,26 @@ void PLLDiagramView::ShowCheck(const PrescalerResult& result) {
     ShowValue(0, result.a, result.aBroken);
     ShowValue(1, result.b, result.bBroken);
     ShowValue(2, result.c, false);
+    if (checkHasC_ != result.c.has_value()) {
+        checkHasC_ = result.c.has_value();
+        PlaceCheck();
+    }
+}
+
+/// Without C the others move up to the left, and the frame ends behind A all the same.
+void PLLDiagramView::PlaceCheck() {
+    const int moved = checkHasC_ ? 0 : kCheckBoxRows[1].at.x - kCheckBoxRows[2].at.x;
+    const auto shifted = [moved](DiagramPlace at) {
+        at.x -= moved;
+        return at;
+    };
+    for (std::size_t k = 0; k < kCheckValues; ++k) {
+        checkBoxes_[k]->setGeometry(At(shifted(kCheckBoxRows[k].at)));
+        checkLabels_[k]->setGeometry(At(shifted(kCheckLabelRows[k].at)));
+    }
+    DiagramPlace frame = kCheckFrameRow.at;
+    frame.w -= moved;
+    checkFrame_->Place(At(frame), unit_);
 }
 
 void PLLDiagramView::ShowValue(std::size_t value, const std::optional<std::string>& text, bool broken) {
@@ -213,13 +232,13 @@ void PLLDiagramView::ShowValue(std::size_t value, const std::optional<std::strin
 
 void PLLDiagramView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    const bool arranged = testAttribute(Qt::WA_WState_Polished);
-    if (arranged && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) {
+    if (arranged_ && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) {
         Arrange();
     }
 }
 
 void PLLDiagramView::Arrange() {
+    arranged_ = true;
     unit_ = FindUnit();
     for (std::size_t k = 0; k < lines_.size(); ++k) {
         RunLine(k);
@@ -241,9 +260,7 @@ void PLLDiagramView::Arrange() {
     place(boxes_, kBoxRows);
     place(spinners_, kSpinnerRows);
     place(blocks_, kBlockRows);
-    place(checkBoxes_, kCheckBoxRows);
-    place(checkLabels_, kCheckLabelRows);
-    checkFrame_->Place(At(kCheckFrameRow.at), unit_);
+    PlaceCheck();
     setFixedSize(At(kDiagramArea).size());
 }
 

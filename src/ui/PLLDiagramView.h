@@ -36,7 +36,7 @@ signals:
     void Stepped(int spinner, bool up);
 
 protected:
-    bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -49,6 +49,7 @@ private:
     void Arrange();
     void RunLine(std::size_t line);
     void ShowValue(std::size_t value, const std::optional<std::string>& text, bool broken);
+    void PlaceCheck();
     [[nodiscard]] double FindUnit() const;
     [[nodiscard]] bool TextsFit(double unit) const;
     [[nodiscard]] QFont LabelFont(LabelLook look) const;
@@ -56,6 +57,8 @@ private:
     [[nodiscard]] QRect At(const DiagramPlace& place) const;
 
     double unit_ = 4;   ///< The grid, in pixels.
+    bool arranged_ = false;
+    bool checkHasC_ = true;
     bool rPrescaler_ = false;
     bool nPrescaler_ = false;
     std::array<DiagramLine*, kDiagramLines> lines_{};

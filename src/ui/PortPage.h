@@ -31,6 +31,7 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     static constexpr auto kUnusedCaption = "Prgm Pin";   ///< Of a frame that no pin has taken.
@@ -52,6 +53,7 @@ private:
     void txtAutoReload_Enter();
 
     void ShowAddress();
+    void ColourAddress();
     void ShowPins();
     void UpdatePortDiagram();
     void WarnOfBurst();

@@ -5,6 +5,7 @@
 
 #include "core/PortAddress.h"
 #include "core/PortWord.h"
+#include "ui/Colours.h"
 #include "ui/ConnectorDiagram.h"
 #include "ui/LineOptions.h"
 #include "ui/PortPage.h"
@@ -120,8 +121,16 @@ QGroupBox* PortPage::BuildAddress() {
     txtPortAdr_->setToolTip(tr("The address in hexadecimal digits. It counts with Enter, or when you leave the box."));
     txtPortAdr_->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
     txtPortAdr_->setEnabled(false);
+    ColourAddress();
     row->addWidget(txtPortAdr_);
     return frame;
+}
+
+/// The address is there to be read for the three ports too, where it can't be changed.
+void PortPage::ColourAddress() {
+    QPalette colours;
+    colours.setColor(QPalette::Disabled, QPalette::Text, PaleText(palette()));
+    txtPortAdr_->setPalette(colours);
 }
 
 QLayout* PortPage::BuildReload() {
@@ -206,6 +215,13 @@ void PortPage::PlaceCorner() {
     const QPoint from(down->mapTo(scroll_, QPoint()).x(), across->mapTo(scroll_, QPoint()).y());
     cmdBoxPort_->setGeometry(QRect(from, QSize(down->width(), across->height())));
     cmdBoxPort_->setVisible(across->isVisibleTo(scroll_) && down->isVisibleTo(scroll_));
+}
+
+void PortPage::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) {
+        ColourAddress();
+    }
+    QWidget::changeEvent(event);
 }
 
 bool PortPage::eventFilter(QObject* watched, QEvent* event) {

@@ -160,10 +160,11 @@ void RegisterBitsBox::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const QPalette& window = parentWidget()->palette();
     painter.setPen(window.color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));   // Whole lines at broken scales too.
     if (mark_.isValid()) {
         painter.setPen(mark_);
         const int left = TextLeft() + start_ / BitRow::kStep * Pitch();
-        painter.drawRect(QRect(left - 2, 2, DigitWidth() + 3, height() - 5));
+        const double gap = length_ > 0 ? 0.5 : 1.5;   // Close to the selection, which is filled.
+        painter.drawRect(QRectF(left - gap, 2.5, DigitWidth() + 2 * gap, height() - 5));
     }
 }

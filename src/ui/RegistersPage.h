@@ -46,6 +46,8 @@ private:
     };
 
     void BuildControls();
+    void BuildRows();
+    void ShowDesignState();
     void MakeRow();
     void MakeRulers(int column);
     void WireRow(int index);
@@ -82,11 +84,11 @@ private:
     void PlaceRow(int index);
     void PlaceMark();
     void PlaceHex();
-    void ShiftContent();
-    void HideRowsAbove();
+    void ShiftContent(int firstRow = 0);
+    void HideRowsAbove(int firstRow);
     void UpdateBars();
     void ShowBars();
-    void FitContent();
+    void FitContent(int firstRow = 0);
     [[nodiscard]] QSize Excess() const;
     [[nodiscard]] int RowPitch() const;
     [[nodiscard]] int RowsPerColumn() const;

@@ -84,8 +84,9 @@ void RegistersPage::Arrange() {
     FitContent();
 }
 
-/// Brings all that depends on the number of rows and the size of the page into line.
-void RegistersPage::FitContent() {
+/// Brings all that depends on the number of rows and the size of the page into line. The rows before the first one
+/// stand where they stood.
+void RegistersPage::FitContent(int firstRow) {
     for (int column = lblOnes_.Count(); column < Columns(); ++column) {
         MakeRulers(column);
     }
@@ -94,7 +95,7 @@ void RegistersPage::FitContent() {
     view_->setGeometry(0, headerHeight_, width(), height() - headerHeight_);
     content_->resize(LoadRight(Columns() - 1) + kEdgeGap, std::min(Count(), RowsPerColumn()) * RowPitch());
     UpdateBars();
-    ShiftContent();
+    ShiftContent(firstRow);
 }
 
 void RegistersPage::MakeRulers(int column) {
@@ -204,17 +205,17 @@ void RegistersPage::vscRegisters_Change() {
     ShowBars();
 }
 
-void RegistersPage::ShiftContent() {
+void RegistersPage::ShiftContent(int firstRow) {
     content_->move(-hscRegisters_->value(), -vscRegisters_->value());
-    HideRowsAbove();
+    HideRowsAbove(firstRow);
     PlaceHeader();
     PlaceMark();
     PlaceHex();
 }
 
 /// Rows that are scrolled above the lower edge of the rulers don't show, not even in part.
-void RegistersPage::HideRowsAbove() {
-    for (int i = 0; i < Count(); ++i) {
+void RegistersPage::HideRowsAbove(int firstRow) {
+    for (int i = firstRow; i < Count(); ++i) {
         const Row& row = RowAt(i);
         const bool shown = PlaceOf(i).y() >= vscRegisters_->value();
         if (!shown && (row.bits->hasFocus() || row.load->hasFocus())) {
@@ -244,13 +245,14 @@ void RegistersPage::EnsureVisible(const QRect& place) {
 }
 
 void RegistersPage::resizeEvent(QResizeEvent* /*event*/) {
+    BuildRows();
     Arrange();
 }
 
 void RegistersPage::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange && selectedRow_ >= 0) {
         MarkSelection();
-    } else if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    } else if (!rows_.empty() && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) {
         Arrange();
     }
     QWidget::changeEvent(event);

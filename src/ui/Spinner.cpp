@@ -61,6 +61,6 @@ void Spinner::paintEvent(QPaintEvent* /*event*/) {
     if (hasFocus()) {
         QStylePainter painter(this);
         painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
     }
 }

@@ -84,6 +84,7 @@ void frmAboutBox::SetUpControls() {
     okayButton_->installEventFilter(this);
     command1_->setObjectName(QStringLiteral("Command1"));
     command1_->setAccessibleName(tr("What changed in each version"));
+    command1_->setMinimumWidth(command1_->fontMetrics().horizontalAdvance(command1_->text()) + 4 * kSpacing);
     text1_->setObjectName(QStringLiteral("Text1"));
     text1_->setAccessibleName(tr("Version history"));
     text1_->setReadOnly(true);

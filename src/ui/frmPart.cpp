@@ -94,7 +94,8 @@ void frmPart::Form_Load() {
     part_.RegisterLength(kFirstRegisterLength);
     part_.ControlLength(kFirstControlLength);
     BuildDeviceMenus();
-    Note(Qt8(settings_.ReadError()));
+    const std::string error = settings_.ReadError();
+    Note(error.empty() ? tr("Choose a device in the menu Select Device") : Qt8(error));
     status_->ShowPort(port_.Status());
 }
 

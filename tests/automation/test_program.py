@@ -339,7 +339,26 @@ class OneProgram(unittest.TestCase):
 
 
 class Lives(unittest.TestCase):
-    """How the program begins and ends with its clients."""
+    """How the program begins, lasts and ends with its clients."""
+
+    def test_the_memory_after_a_hundred_devices_is_that_after_ten(self):
+        devices = sorted(name[:-4] for name in os.listdir(PARTS) if name.startswith("QRV"))
+        self.assertEqual(len(devices), 10)
+        with start() as program:
+            client = Client()
+            client.create()
+            memory = {}
+            for change in range(1, 101):
+                client.call("SelectPart", "s", devices[change % len(devices)])
+                for page in "Registers", "Bits/Pins":
+                    client.call("SelectTab", "s", page)
+                memory[change] = program.memory()
+            print(f"device changes: {memory[10]} kB after ten, {memory[100]} kB after a hundred", file=sys.stderr)
+            if not program.sanitized():
+                self.assertLess(memory[100], 1.02 * memory[10])
+            client.release()
+            self.assertEqual(program.ended(), 0)
+            client.leave()
 
     def test_release_is_answered_before_the_program_ends(self):
         for device, _, _ in DEVICES:

@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <cmath>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -38,6 +39,15 @@ std::string Called(const QWidget* control) {
     return (control->objectName() + QLatin1String(" of ") + control->parentWidget()->objectName()).toStdString();
 }
 
+/// Relative luminance, 0 black to 1 white, as the accessibility guidelines for the Web reckon it.
+double Luminance(QRgb colour) {
+    const auto linear = [](int part) {
+        const double share = part / 255.0;
+        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
+}
+
 class Accessibility : public WindowFixture, public testing::WithParamInterface<const char*> {
 protected:
     void SetUp() override {
@@ -64,6 +74,22 @@ protected:
         for (KeyClick(key); stops.insert(QApplication::focusWidget()).second; KeyClick(key)) {
         }
         return stops;
+    }
+
+    /// How far the colour of a control's text stands off from what is behind it: 1 not at all, 21 black on white.
+    double TextContrast(const QString& name) {
+        QWidget* control = Child(name);
+        const QPixmap around = Window().grab(QRect(control->mapTo(&Window(), QPoint()), control->size()));
+        const QImage image = around.toImage().copy(3, 3, around.width() * 2 / 3, around.height() - 6);   // No frame.
+        const double behind = Luminance(image.pixel(0, image.height() - 1));
+        double most = 1;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const double here = Luminance(image.pixel(x, y));
+                most = std::max(most, (std::max(here, behind) + 0.05) / (std::min(here, behind) + 0.05));
+            }
+        }
+        return most;
     }
 
     void ForEachPage(const std::function<void()>& look) {
@@ -142,5 +168,19 @@ TEST_P(Accessibility, NoMnemonicOrShortCutStandsForTwo) {
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Devices, Accessibility, testing::Values("QRV8320", "QRV5530"),
+TEST_P(Accessibility, WhatCanNotBeChangedCanBeReadInEveryTheme) {
+    constexpr double kReadable = 4;   // 4.5, less what the smoothing of thin strokes takes.
+    const QPalette system = QApplication::palette();
+    for (const QColor& window : {QColor(0xef, 0xef, 0xef), QColor(0x35, 0x35, 0x35)}) {
+        SCOPED_TRACE(window.name().toStdString());
+        QApplication::setPalette(QPalette(window, window));
+        for (const auto& [name, page] : {std::pair{"txtPortAdr", 0}, {"cmbLdBurst", 3}, {"lblCPState(0)", 4}}) {
+            Page(page);
+            EXPECT_GE(TextContrast(name), kReadable) << name;
+        }
+    }
+    QApplication::setPalette(system);
+}
+
+INSTANTIATE_TEST_SUITE_P(Devices, Accessibility, testing::Values("QRV8320", "QRV5530", "Si4133"),
                          [](const auto& device) { return std::string(device.param); });

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTextBlock>
 #include <QToolButton>
+#include <QWheelEvent>
 #include <filesystem>
 
 #include "burst/cBurst.h"
@@ -167,6 +168,14 @@ TEST_F(BurstTab, SBIDeviceHasItsButtons) {
     EXPECT_FALSE(Shown("cmdStrtSBI"));
     EXPECT_EQ(Child<QComboBox>("cmbLdBurst")->count(), 2);
     EXPECT_EQ(Lines(), QStringList{""}) << "a list never survives its device";
+}
+
+TEST_F(BurstTab, AWheelThatRunsOverTheRegistersAddsNothing) {
+    Open();
+    Load(0);
+    QWheelEvent wheel({20, 5}, {20, 5}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    qApp->notify(Child("cmbLdBurst"), &wheel);
+    EXPECT_EQ(part.BurstCmds().Count(), 1);
 }
 
 TEST_F(BurstTab, SavesAndLoadsThroughTheDialog) {

@@ -9,7 +9,8 @@
 
 namespace {
 
-/// The pixel columns that differ clearly from the background, which is the colour of the upper left corner.
+/// The pixel columns of which dark ink takes a clear share. The background is the colour of the upper left corner, and
+/// not the same behind ruler and row.
 std::set<int> Ink(const QImage& image, QRect inWindow) {
     const auto scale = image.devicePixelRatio();
     const QRect place = QRectF(inWindow.topLeft() * scale, inWindow.size() * scale).toAlignedRect();
@@ -17,7 +18,7 @@ std::set<int> Ink(const QImage& image, QRect inWindow) {
     std::set<int> columns;
     for (int x = place.left(); x <= place.right(); ++x) {
         for (int y = place.top(); y <= place.bottom(); ++y) {
-            if (std::abs(qGray(image.pixel(x, y)) - background) > 80) {
+            if (3 * std::abs(qGray(image.pixel(x, y)) - background) > background) {
                 columns.insert(x);
             }
         }
