@@ -1,6 +1,8 @@
+#include <cerrno>
 #include <exception>
 #include <iostream>
 #include <map>
+#include <system_error>
 
 #include "part/Commands.h"
 
@@ -38,7 +40,10 @@ int main(int argc, char* argv[]) {
     try {
         const int status = Run(Arguments(argv + 1, argv + argc));
         std::cout.flush();
-        return std::cout ? status : 1;
+        if (!std::cout) {
+            throw std::system_error(errno, std::generic_category(), "can't write the output");
+        }
+        return status;
     } catch (const UsageError& error) {
         std::cerr << "tarnwick-part: " << error.what() << "; tarnwick-part --help tells more\n";
         return kUsage;

@@ -79,7 +79,7 @@ private:
 // One replacement. Its steps return 0 or the system's error number.
 class Replacement {
 public:
-    explicit Replacement(fs::path target) : target_(std::move(target)), names_(target_) {}
+    Replacement(fs::path target, const FileStamp* seen) : target_(std::move(target)), seen_(seen), names_(target_) {}
 
     int Run(std::string_view contents);
 
@@ -88,11 +88,13 @@ private:
     int WriteNew(std::string_view contents);
     int CreateNew();
     [[nodiscard]] int KeepOwnerAndMode(int descriptor) const;
+    [[nodiscard]] int CompareWithSeen() const;
     int PutInPlace(int folder);
     void TakeBack(bool kept);
 
     FileCalls& files_ = Files();
     fs::path target_;
+    const FileStamp* seen_;
     SideNames names_;
     std::optional<struct stat> old_;
     std::string new_;
@@ -191,14 +193,27 @@ int Replacement::KeepOwnerAndMode(int descriptor) const {
     return files_.Fchmod(descriptor, old_->st_mode & 07777) == 0 ? 0 : errno;
 }
 
+int Replacement::CompareWithSeen() const {
+    if (seen_ == nullptr) {
+        return 0;
+    }
+    const FileStamp now = FileStamp::Of(target_);
+    if (now == *seen_) {
+        return 0;
+    }
+    return now.error == 0 || now.error == ENOENT ? ChangedMeanwhile : now.error;
+}
+
 // A second name keeps the old file until the folder is flushed, so that a failure of that can be taken back too.
 // Where a file can't have two names, such a failure leaves the new contents.
 int Replacement::PutInPlace(int folder) {
     backup_ = names_.Next();
     const bool kept = old_ && files_.Link(target_.c_str(), backup_.c_str()) == 0;
-    int error = 0;
-    if (files_.Rename(new_.c_str(), target_.c_str()) != 0) {
+    int error = CompareWithSeen();   // As late as can be: writing and flushing takes its time.
+    if (error == 0 && files_.Rename(new_.c_str(), target_.c_str()) != 0) {
         error = errno;
+    }
+    if (error != 0) {
         files_.Unlink(new_.c_str());
     } else if (files_.Fsync(folder) != 0 && errno != EINVAL) {   // EINVAL: nothing to flush in such a file system.
         error = errno;
@@ -221,11 +236,11 @@ void Replacement::TakeBack(bool kept) {
 
 }   // namespace
 
-std::string ReplaceFile(const std::string& path, std::string_view contents) {
+std::string ReplaceFile(const std::string& path, std::string_view contents, const FileStamp* seen) {
     int error = 0;
     const fs::path target = FollowLinks(path, error);
     if (error == 0) {
-        error = Replacement(target).Run(contents);
+        error = Replacement(target, seen).Run(contents);
     }
     return error == 0 ? std::string() : "cannot write " + path + ": " + FileErrorText(error);
 }

@@ -79,6 +79,9 @@ FileCallsInPlace::~FileCallsInPlace() {
 }
 
 std::string FileErrorText(int error) {
+    if (error == ChangedMeanwhile) {
+        return "Another program changed it at the same moment; try again";
+    }
     return error == NotAFile ? "Not a regular file" : std::generic_category().message(error);
 }
 

@@ -48,7 +48,10 @@ private:
 /// Stands for errno where a path is a device, a pipe or a socket.
 constexpr int NotAFile = -1;
 
-/// The reason in words: the system's own for an errno, "Not a regular file" for NotAFile.
+/// Stands for errno where another program was quicker.
+constexpr int ChangedMeanwhile = -2;
+
+/// The reason in words: the system's own for an errno, ours for the two above.
 std::string FileErrorText(int error);
 
 /// 0 for a regular file, else EISDIR or NotAFile.

@@ -40,7 +40,7 @@ bool ProfileChange::Commit(bool create) {
     if (IsSaved(contents, create)) {
         return true;
     }
-    if (std::string error = ReplaceFile(path_, contents); !error.empty()) {
+    if (std::string error = ReplaceFile(path_, contents, needsOld_ ? &stamp_ : nullptr); !error.empty()) {
         return Fail(std::move(error));
     }
     Profiles().Written(path_, stamp_, contents);

@@ -1,7 +1,10 @@
 #include "settings/Modes.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <limits>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #include "core/DeviceDisplay.h"
@@ -107,6 +110,14 @@ private:
     int mode_;
 };
 
+/// Whether the device came up without its file. PartFile reports that, of the file as a whole.
+bool CameUpWithDefaults(cPart& part) {
+    const auto& problems = part.FileProblems().All();
+    return std::any_of(problems.begin(), problems.end(), [](const Problem& problem) {
+        return problem.severity == Severity::Error && problem.line == 0 && problem.section.empty();
+    });
+}
+
 std::string ReferenceText(const ReferenceTexts& references, int index, cPLL& pll) {
     const auto place = static_cast<std::size_t>(index);
     return place < references.size() ? references[place] : GeneralText(pll.XtalFrequency());
@@ -134,6 +145,13 @@ void CheckModes(cPart& part, PartFile& file) {
 int AddMode(cPart& part, const std::string& appPath, const std::string& name, const ReferenceTexts& references,
             std::string& error) {
     const std::string path = PartFilePath(appPath, part.ID());
+    const ProfileSnapshot snapshot(path);
+    std::error_code ignored;
+    if (const auto reason = PrivateProfileReadError(path); reason && std::filesystem::exists(path, ignored)) {
+        // Without its count the new mode would take the place of the first.
+        error = "the mode is not stored: can't read " + path + ": " + *reason;
+        return -1;
+    }
     int number = 0;
     try {
         number = std::max<int>(0, FileShort(GetPrivateSetting(path, kModes, "COUNT", "0")));
@@ -174,7 +192,12 @@ void RestoreMode(cPart& part, const std::string& appPath, int index) {
 }
 
 std::string SaveDeviceSettings(cPart& part, const std::string& appPath, const ReferenceTexts& references) {
-    ProfileTransaction file(PartFilePath(appPath, part.ID()));
+    const std::string path = PartFilePath(appPath, part.ID());
+    if (CameUpWithDefaults(part) && !PrivateProfileReadError(path)) {
+        return "the device's settings are not saved: " + path +
+               " couldn't be read when the device was selected, but can be now; select the device again";
+    }
+    ProfileTransaction file(path);
     file.Write("SETUP", "ADDRESS", std::to_string(part.PortAddress()));
     file.Write("SETUP", "CLOCK", std::to_string(part.ClockPosition()));
     file.Write("SETUP", "DATA", std::to_string(part.DataPosition()));

@@ -59,6 +59,7 @@ void RegistersPage::BuildRows() {
         MakeRow();
         MakeRulers(0);
         ShowDesignState();
+        ShowRulers();
     }
 }
 
@@ -165,7 +166,9 @@ BitRow RegistersPage::Bits() const {
 }
 
 void RegistersPage::RebuildRulers() {
-    BuildRows();
+    if (rows_.empty()) {
+        return;   // They are built with the first row.
+    }
     for (Row& row : rows_) {
         row.shown = std::numeric_limits<double>::quiet_NaN();   // The texts no longer have the right length.
     }

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMessageBox>
 #include <QScreen>
 #include <QTabBar>
 #include <QTimer>
@@ -143,8 +144,26 @@ void frmPart::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    if (!MayClose()) {
+        event->ignore();
+        return;
+    }
     part_.ClearPLL();
     event->accept();
+}
+
+/// What couldn't be saved is gone with the window, so the user is asked. A client that has ended can't be.
+bool frmPart::MayClose() {
+    const std::string error = unloading_ || part_.ID().empty() ? std::string() : SaveDevice();
+    const auto buttons = QMessageBox::Close | QMessageBox::Cancel;
+    return error.empty() || QMessageBox::warning(this, windowTitle(), tr("%1\n\nClose all the same?").arg(Qt8(error)),
+                                                 buttons, QMessageBox::Cancel) == QMessageBox::Close;
+}
+
+void frmPart::UnloadWindow() {
+    unloading_ = true;
+    close();
+    unloading_ = false;
 }
 
 /// The menu's short-cuts work wherever the focus is: a text box that would take Ctrl+C for itself isn't asked.

@@ -79,7 +79,7 @@ public:
     void ShowWindow() override;
     void MaximizeWindow() override { showMaximized(); }
     void MinimizeWindow() override { showMinimized(); }
-    void UnloadWindow() override { close(); }
+    void UnloadWindow() override;
     void HeldByClient(bool held) override { bOLEServer = held; }
     void SelectDevice(std::string& name) override { SetupPartForm(name); }
     void SelectTab(const std::string& caption) override;
@@ -142,7 +142,8 @@ private:
     void tmrAutoReload_Timer();
     void ChoosePrescalerCheck(const char* chosen);
     void UpdateRecentParts(const std::string& device);
-    void SaveRecentParts();
+    [[nodiscard]] std::string SaveDevice();
+    [[nodiscard]] bool MayClose();
     [[nodiscard]] std::vector<std::string> ReferenceTexts() const;
     [[nodiscard]] PLLPage* CurrentPLLPage() const;
     void WhenIdle();
@@ -155,7 +156,8 @@ private:
     SettingsFile settings_;
     QtDialogs dialogs_;
     NoteDialogs noted_{*this};
-    int unattended_ = 0;   ///< Calls of other programs that are running.
+    int unattended_ = 0;       ///< Calls of other programs that are running.
+    bool unloading_ = false;   ///< A client closes the window.
     QtEventPump pump_;
     QtTimer tmrAutoReload_;
     MainMenu menu_;

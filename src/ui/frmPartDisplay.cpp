@@ -41,13 +41,14 @@ void frmPart::ShowBurst(bool vectors) {
 
 void frmPart::ClearForm() {
     if (!part_.ID().empty()) {
-        if (menu_.Item(QStringLiteral("mnuSaveDeviceSettings"))->isChecked()) {
-            const std::string error = SaveDeviceSettings(part_, appPath_, ReferenceTexts());
-            if (!error.empty()) {
-                Note(Qt8(error));
-            }
+        // One note: the next would hide the one before.
+        std::string errors = SaveDevice();
+        if (const std::string recent = settings_.SaveRecentParts(menu_.Recent()); !recent.empty()) {
+            errors += (errors.empty() ? "" : "; ") + recent;
         }
-        SaveRecentParts();
+        if (!errors.empty()) {
+            Note(Qt8(errors));
+        }
     }
     portPage_->ClearPins();
     burstPage_->ClearRegisters();
@@ -60,6 +61,12 @@ void frmPart::ClearForm() {
     }
     menu_.ClearModes();
     status_->ShowProblems({}, {});
+}
+
+/// Saves the device's settings where that is wanted. Empty, or why it failed.
+std::string frmPart::SaveDevice() {
+    const bool wanted = menu_.Item(QStringLiteral("mnuSaveDeviceSettings"))->isChecked();
+    return wanted ? SaveDeviceSettings(part_, appPath_, ReferenceTexts()) : std::string();
 }
 
 void frmPart::RemovePLLPages() {

@@ -96,13 +96,6 @@ void frmPart::UpdateRecentParts(const std::string& device) {
     menu_.ShowRecent(captions);
 }
 
-void frmPart::SaveRecentParts() {
-    const std::string error = settings_.SaveRecentParts(menu_.Recent());
-    if (!error.empty()) {
-        Note(Qt8(error));
-    }
-}
-
 void frmPart::mnuMode_Click(int index) {
     RestoreMode(part_, appPath_, index);
 }

@@ -2,16 +2,26 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <functional>
 #include <map>
 #include <string>
 
 #include "platform/FileCalls.h"
+
+/// For files that nobody needs to survive a power cut: waiting for the disk is most of the time of a save.
+class NoFlush final : public FileCalls {
+public:
+    int Fsync(int /*file*/) override { return 0; }
+};
 
 /// The system's file calls, of which the n-th fails. Counts from 0 all calls that a save or a read makes.
 class FailingCalls final : public FileCalls {
 public:
     /// The n-th call fails with its kind's error, and so does every call of the kind `always`.
     explicit FailingCalls(int n, std::string always = "") : n_(n), always_(std::move(always)) {}
+
+    /// Instead of failing, the n-th call comes right after something else happened. Writes aren't counted then.
+    FailingCalls(int n, std::function<void()> before) : n_(n), before_(std::move(before)) {}
 
     [[nodiscard]] const std::string& Failed() const { return failed_; }   ///< Its kind; empty if there was no n-th.
     [[nodiscard]] int Error() const { return errors_.at(failed_); }
@@ -50,11 +60,16 @@ public:
 
 private:
     bool Fails(const std::string& kind) {
+        if (before_ && kind == "write") {
+            return false;
+        }
         const bool isNth = count_++ == n_;
         if (isNth) {
             failed_ = kind;
         }
-        if (isNth || kind == always_) {
+        if (isNth && before_) {
+            before_();
+        } else if (isNth || kind == always_) {
             errno = errors_.at(kind);
             return true;
         }
@@ -67,6 +82,7 @@ private:
                                                 {"link", EPERM},   {"rename", EXDEV}, {"unlink", EBUSY}};
     int n_;
     std::string always_;
+    std::function<void()> before_;
     std::string failed_;
     int count_ = 0;
     bool interrupted_ = false;

@@ -41,12 +41,6 @@ std::string Bytes(const std::string& path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// Files that nobody needs to survive a power cut: waiting for the disk is most of the time of a save.
-class NoFlush final : public FileCalls {
-public:
-    int Fsync(int /*file*/) override { return 0; }
-};
-
 // A byte stands as the character U+0000 to U+00FF, in UTF-8.
 std::string Bytes(const Json& text) {
     std::string bytes;

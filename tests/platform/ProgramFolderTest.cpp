@@ -1,10 +1,16 @@
 #include "platform/ProgramFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <map>
+#include <random>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "FailingCalls.h"
@@ -151,6 +157,49 @@ void ExpectCompletedByTheNextStart(bool first) {
 TEST(ProgramFolder, IsCompletedByTheNextStartWhateverFails) {
     ExpectCompletedByTheNextStart(true);
     ExpectCompletedByTheNextStart(false);
+}
+
+// The first start or an update is killed on its way; each file is the old or the new one meanwhile.
+TEST(ProgramFolder, IsCompletedByTheNextStartAfterAKill) {
+    constexpr int devices = 40;
+    const auto version = [](const char* settings, char fill) {
+        Files files{{"tarnwick.ini", settings}};
+        for (int device = 0; device < devices; ++device) {
+            files["P" + std::to_string(device) + ".ini"] = std::string(5000, fill);
+        }
+        return files;
+    };
+    Files older = version(oldSettings, 'o');
+    Files newer = version(newSettings, 'n');
+    NoFlush quick;
+    const FileCallsInPlace inPlace(quick);
+    std::mt19937 random(3);
+    std::size_t cut = 0;
+    for (int round = 0; round < 40; ++round) {
+        const Place place;
+        const bool update = round % 2 == 0;
+        if (update) {
+            place.Ship(older);
+            ASSERT_EQ(place.Start(), "");
+        }
+        place.Ship(newer);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::_exit(place.Start().empty() ? 0 : 1);
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 6000));
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        std::size_t done = 0;
+        for (const auto& [name, text] : fs::exists(place.At("home/tarnwick")) ? place.Own() : Files()) {
+            EXPECT_TRUE(text == newer[name] || (update && text == older[name])) << name;
+            done += text == newer[name] ? 1U : 0U;
+        }
+        cut += done > 0 && done <= devices ? 1U : 0U;
+        EXPECT_EQ(place.Start(), "");
+        EXPECT_EQ(place.Own(), newer);
+    }
+    EXPECT_GT(cut, 2U) << "hardly ever in the middle";
 }
 
 TEST(ProgramFolder, LeavesTheFolderOfACopiedProgramAlone) {
