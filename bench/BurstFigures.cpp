@@ -1,6 +1,3 @@
-#include <QPlainTextEdit>
-#include <chrono>
-
 #include "Figures.h"
 #include "OneRegister.h"
 #include "burst/BurstText.h"
@@ -56,7 +53,7 @@ std::vector<Figure> PlayingAndBuilding() {
 }
 
 /// How the cost of a list grows from a quarter of the largest list to the largest: 1 for in proportion.
-std::vector<Figure> Growth() {
+std::vector<Figure> LongList() {
     const TempFolder folder;
     constexpr int kSmall = 8191;
     const auto roundTrip = [&folder](int commands) {
@@ -83,7 +80,7 @@ std::vector<Figure> Growth() {
 
 std::vector<Figure> BurstFigures() {
     auto figures = PlayingAndBuilding();
-    for (Figure& figure : Growth()) {
+    for (Figure& figure : LongList()) {
         figures.push_back(std::move(figure));
     }
     return figures;

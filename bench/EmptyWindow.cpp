@@ -1,7 +1,7 @@
 #include <QApplication>
 #include <QWidget>
 
-// The yardstick of bench/startup.py: nothing but a window, as large as ours at the first start.
+// The yardstick of StartFigures.cpp: nothing but a window, as large as ours at the first start.
 int main(int argc, char* argv[]) {
     const QApplication app(argc, argv);
     QWidget window;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -9,9 +10,10 @@
 struct Figure {
     std::string name;
     std::string yardstick;
-    double ratio = 0;
-    double goal = 0;    ///< The ratio must not exceed it.
-    std::string unit;   ///< What one round of ours took, for orientation.
+    double goal = 0;   ///< The ratio must not exceed it.
+    double ratio = std::numeric_limits<double>::quiet_NaN();
+    std::string ours = {};   ///< What one round of ours took, for orientation.
+    std::string why = {};    ///< Why there is no ratio.
 };
 
 /// Runs both in turn, ours and the yardstick, and gives the median of the ratios. Each is repeated until a round
@@ -22,6 +24,18 @@ Figure Compare(std::string name, std::string yardstick, double goal, const std::
 /// A figure that isn't a time: so much of ours over so much of the yardstick.
 Figure Relate(std::string name, std::string yardstick, double goal, double ours, double bare);
 
+/// One round of ours and one of the yardstick, in seconds or another unit.
+struct Pair {
+    double ours;
+    double bare;
+};
+
+/// Gives a figure the median of the ratios, and `ours` the median of ours with its unit.
+void Fill(Figure& figure, const std::vector<Pair>& pairs, const std::function<std::string(double)>& readable);
+
+/// Does what fills the figures. What it throws becomes the reason of those that it left empty.
+void FillOrTell(std::vector<Figure>& figures, const std::function<void()>& fill);
+
 /// Keeps the compiler from dropping a value that nobody reads.
 template <class T>
 void Keep(T const& value) {
@@ -31,3 +45,5 @@ void Keep(T const& value) {
 std::vector<Figure> CoreFigures();
 std::vector<Figure> BurstFigures();
 std::vector<Figure> WindowFigures();
+std::vector<Figure> AutomationFigures();
+std::vector<Figure> StartFigures();

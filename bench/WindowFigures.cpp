@@ -1,17 +1,11 @@
 #include <QAbstractButton>
-#include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <memory>
 
 #include "Figures.h"
-#include "LargeDevice.h"
-#include "core/cPart.h"
-#include "platform/SimulatedPort.h"
-#include "support/TempFolder.h"
-#include "ui/frmPart.h"
+#include "LargeWindow.h"
 
 namespace {
 
@@ -20,39 +14,14 @@ constexpr int kFields = 1000;
 constexpr int kShownFields = 400;
 constexpr int kPLLs = 3;
 
-/// The real window with a large device.
-struct LargeWindow {
-    TempFolder folder;
-    SimulatedPort port;
-    cPart part;
-    std::unique_ptr<frmPart> window;
-
-    LargeWindow() {
-        folder.File("LARGE.ini", LargeDevice(kRegisters, kFields, kShownFields, kPLLs));
-        window = std::make_unique<frmPart>(part, port, folder.Path(""));
-        window->Form_Load();
-        window->show();
-        std::string name = "LARGE";
-        window->SetupPartForm(name, "Fractional");
-        QApplication::processEvents();
-    }
-
-    /// Turns every bit of every register, so that every text on the screen changes.
-    void TurnBits(bool on) {
-        for (cRegister& each : part.Registers()) {
-            each.Value(on ? 0x5A5A5A5A : 0x25A5A5A5);
-        }
-    }
-};
-
 /// What stands in the controls that a refresh writes, to be written again without the program.
-struct Screen {
+struct ShownTexts {
     std::vector<std::pair<QLineEdit*, QString>> boxes;
     std::vector<std::pair<QAbstractButton*, bool>> marks;
     std::vector<std::pair<QComboBox*, int>> lists;
     std::vector<std::pair<QLabel*, QString>> labels;
 
-    explicit Screen(const QWidget& window) {
+    explicit ShownTexts(const QWidget& window) {
         for (auto* box : window.findChildren<QLineEdit*>()) {
             boxes.emplace_back(box, box->text());
         }
@@ -89,19 +58,15 @@ struct Screen {
 };
 
 Figure Refresh(LargeWindow& large) {
-    const auto refresh = [&large](bool on) {
-        large.TurnBits(on);
-        large.part.UpdateDisplays();
-    };
-    refresh(false);
-    const Screen dark(*large.window);
-    refresh(true);
-    const Screen light(*large.window);
+    large.Refresh(false);
+    const ShownTexts dark(*large.window);
+    large.Refresh(true);
+    const ShownTexts light(*large.window);
     return Compare(
         "UpdateDisplays, 100 registers, 1,000 fields, 3 PLLs", "the same texts straight into the same controls", 2,
         [&] {
-            refresh(false);
-            refresh(true);
+            large.Refresh(false);
+            large.Refresh(true);
         },
         [&] {
             large.part.Updating(true);
@@ -120,15 +85,12 @@ Figure EnterFrequency(LargeWindow& large) {
         QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
         QApplication::sendEvent(box, &press);
     };
-    return Compare("Enter in txtVCO to the last port write", "one such refresh", 2, enter, [&] {
-        large.TurnBits(up);
-        large.part.UpdateDisplays();
-    });
+    return Compare("Enter in txtVCO to the last port write", "one such refresh", 2, enter, [&] { large.Refresh(up); });
 }
 
 }   // namespace
 
 std::vector<Figure> WindowFigures() {
-    LargeWindow large;
+    LargeWindow large(kRegisters, kFields, kShownFields, kPLLs);
     return {Refresh(large), EnterFrequency(large)};
 }
