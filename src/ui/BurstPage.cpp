@@ -32,14 +32,9 @@ BurstList::BurstList(QWidget* parent) : QPlainTextEdit(parent) {
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setUndoRedoEnabled(false);
+    setFont(FixedFace());
     // Room for one line more than the commands: a click below them means the end of the list.
     document()->setDocumentMargin(kSpacing);
-}
-
-/// The face takes a while to load, so it waits for the first look at the page.
-void BurstList::showEvent(QShowEvent* event) {
-    setFont(FixedFace());
-    QPlainTextEdit::showEvent(event);
 }
 
 void BurstList::mouseReleaseEvent(QMouseEvent* event) {

@@ -16,6 +16,8 @@ RegistersPage::RegistersPage(PageHost& host, QWidget* parent)
       vscRegisters_(new QScrollBar(Qt::Vertical, this)),
       cmdBoxRegisters_(new QWidget(this)) {
     BuildControls();
+    ClearRows();
+    ShowRulers();
 }
 
 void RegistersPage::BuildControls() {
@@ -33,6 +35,7 @@ void RegistersPage::BuildControls() {
     name(cmdBoxRegisters_, "cmdBoxRegisters", tr("Corner"));
     cmdBitOrder_->setToolTip(tr("Which end of the registers stands at the left. Click to turn them round."));
     cmdBoxRegisters_->setAutoFillBackground(true);
+    lblHexDisplay_->setFont(RegisterBitsBox::Face());
     for (QScrollBar* bar : {hscRegisters_, vscRegisters_}) {
         bar->setFocusPolicy(Qt::TabFocus);
         bar->hide();
@@ -41,6 +44,8 @@ void RegistersPage::BuildControls() {
          std::initializer_list<QWidget*>{shpBitHiLite_, lblHexValue_, lblHexDisplay_, cmdBoxRegisters_}) {
         hidden->hide();
     }
+    MakeRow();
+    MakeRulers(0);
     connect(cmdBitOrder_, &QPushButton::clicked, this, [this] { host_.Event([this] { cmdBitOrder_Click(); }); });
     connect(hscRegisters_, &QScrollBar::valueChanged, this, &RegistersPage::hscRegisters_Change);
     connect(vscRegisters_, &QScrollBar::valueChanged, this, &RegistersPage::vscRegisters_Change);
@@ -49,18 +54,6 @@ void RegistersPage::BuildControls() {
         const int pitch = vscRegisters_->singleStep();
         vscRegisters_->setSliderPosition((vscRegisters_->sliderPosition() + pitch / 2) / pitch * pitch);
     });
-}
-
-/// The first row and its rulers in their design state. Their face takes a while to load, so they wait for the first
-/// device or the first look at the page.
-void RegistersPage::BuildRows() {
-    if (rows_.empty()) {
-        lblHexDisplay_->setFont(RegisterBitsBox::Face());
-        MakeRow();
-        MakeRulers(0);
-        ShowDesignState();
-        ShowRulers();
-    }
 }
 
 void RegistersPage::MakeRow() {
@@ -113,7 +106,6 @@ void RegistersPage::NameRow(Row& row, const std::string& name) {
 }
 
 void RegistersPage::AddRow(const cRegister& added) {
-    BuildRows();
     if (designState_) {
         designState_ = false;
         RowAt(0).bits->setFont(RegisterBitsBox::Face());
@@ -132,7 +124,6 @@ void RegistersPage::AddRow(const cRegister& added) {
 }
 
 void RegistersPage::ClearRows() {
-    BuildRows();
     HideSelection();
     vscRegisters_->setValue(0);
     hscRegisters_->setValue(0);
@@ -142,10 +133,6 @@ void RegistersPage::ClearRows() {
     lblOnes_.DropFrom(1);
     lblTens_.DropFrom(1);
     rows_.erase(rows_.begin() + 1, rows_.end());
-    ShowDesignState();
-}
-
-void RegistersPage::ShowDesignState() {
     designState_ = true;
     Row& first = rows_.front();
     first.shown = std::numeric_limits<double>::quiet_NaN();
@@ -166,9 +153,6 @@ BitRow RegistersPage::Bits() const {
 }
 
 void RegistersPage::RebuildRulers() {
-    if (rows_.empty()) {
-        return;   // They are built with the first row.
-    }
     for (Row& row : rows_) {
         row.shown = std::numeric_limits<double>::quiet_NaN();   // The texts no longer have the right length.
     }
@@ -209,7 +193,6 @@ void RegistersPage::ShowRegisters() {
 }
 
 void RegistersPage::Entered() {
-    BuildRows();
     HideSelection();
     UpdateBars();
 }

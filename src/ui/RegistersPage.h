@@ -46,8 +46,6 @@ private:
     };
 
     void BuildControls();
-    void BuildRows();
-    void ShowDesignState();
     void MakeRow();
     void MakeRulers(int column);
     void WireRow(int index);

@@ -245,14 +245,13 @@ void RegistersPage::EnsureVisible(const QRect& place) {
 }
 
 void RegistersPage::resizeEvent(QResizeEvent* /*event*/) {
-    BuildRows();
     Arrange();
 }
 
 void RegistersPage::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange && selectedRow_ >= 0) {
         MarkSelection();
-    } else if (!rows_.empty() && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) {
+    } else if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         Arrange();
     }
     QWidget::changeEvent(event);

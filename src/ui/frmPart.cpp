@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QTabBar>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include "settings/DeviceSetup.h"
 #include "ui/BitsPage.h"
@@ -72,21 +73,39 @@ void frmPart::BuildPages() {
     tabPart_->tabBar()->setFocusPolicy(Qt::StrongFocus);
     setCentralWidget(tabPart_);
     portPage_ = new PortPage(*this, tmrAutoReload_);
-    registersPage_ = new RegistersPage(*this);
-    bitsPage_ = new BitsPage(*this);
-    burstPage_ = new BurstPage(*this, SelectedBurstLine);
-    pllPages_.push_back(new PLLPage(*this, 0));
     tabPart_->addTab(portPage_, QStringLiteral("Port Setup"));
-    tabPart_->addTab(registersPage_, QStringLiteral("Registers"));
-    tabPart_->addTab(bitsPage_, QStringLiteral(" Bits/Pins"));
-    tabPart_->addTab(burstPage_, QStringLiteral("BurstMode"));
-    tabPart_->addTab(pllPages_.front(), QStringLiteral("RF PLL"));
+    for (const char* caption : {"Registers", " Bits/Pins", "BurstMode", "RF PLL"}) {
+        auto* place = new QWidget;
+        (new QVBoxLayout(place))->setContentsMargins({});
+        tabPart_->addTab(place, QString::fromLatin1(caption));
+    }
     connect(tabPart_, &QTabWidget::currentChanged, this, [this](int page) {
         constexpr int kRegistersPage = 1;
+        if (page >= kRegistersPage) {
+            ForDevice();
+        }
         if (page == kRegistersPage) {
-            registersPage_->Entered();
+            devicePages_->registers->Entered();
         }
     });
+}
+
+/// Before the first device nobody looks at its pages, so they are built then, or when one of them is chosen. The window
+/// opens the sooner.
+frmPart::DevicePages& frmPart::ForDevice() {
+    if (!devicePages_) {
+        devicePages_ = {new RegistersPage(*this), new BitsPage(*this), new BurstPage(*this, SelectedBurstLine)};
+        pllPages_.push_back(new PLLPage(*this, 0));
+        int place = 0;
+        for (QWidget* page : std::initializer_list<QWidget*>{devicePages_->registers, devicePages_->bits,
+                                                             devicePages_->burst, pllPages_.front()}) {
+            QLayout* layout = tabPart_->widget(++place)->layout();
+            layout->addWidget(page);
+            page->show();
+            layout->activate();
+        }
+    }
+    return *devicePages_;
 }
 
 void frmPart::Form_Load() {

@@ -142,6 +142,12 @@ private:
     void tmrAutoReload_Timer();
     void ChoosePrescalerCheck(const char* chosen);
     void UpdateRecentParts(const std::string& device);
+    struct DevicePages {
+        RegistersPage* registers;
+        BitsPage* bits;
+        BurstPage* burst;
+    };
+    DevicePages& ForDevice();
     [[nodiscard]] std::string SaveDevice();
     [[nodiscard]] bool MayClose();
     [[nodiscard]] std::vector<std::string> ReferenceTexts() const;
@@ -164,9 +170,7 @@ private:
     StatusStrip* status_;
     QTabWidget* tabPart_;
     PortPage* portPage_ = nullptr;
-    RegistersPage* registersPage_ = nullptr;
-    BitsPage* bitsPage_ = nullptr;
-    BurstPage* burstPage_ = nullptr;
+    std::optional<DevicePages> devicePages_;   ///< Reached by ForDevice().
     struct BurstProgress {
         std::uint64_t passes = 0;
         std::uint64_t writes = 0;
@@ -174,5 +178,5 @@ private:
     BurstProgress burstProgress_;
     QElapsedTimer sinceProgress_;
     QPointer<frmAboutBox> aboutBox_;   ///< The one that is open, if any.
-    std::vector<PLLPage*> pllPages_;   ///< By PLL index; the first always stands.
+    std::vector<PLLPage*> pllPages_;   ///< By PLL index; the first stands from the first device on.
 };

@@ -24,11 +24,11 @@ void frmPart::ShowPLLs() {
 }
 
 void frmPart::ShowBits() {
-    bitsPage_->ShowBits();
+    ForDevice().bits->ShowBits();
 }
 
 void frmPart::ShowRegisters() {
-    registersPage_->ShowRegisters();
+    ForDevice().registers->ShowRegisters();
 }
 
 void frmPart::ShowPort() {
@@ -36,7 +36,7 @@ void frmPart::ShowPort() {
 }
 
 void frmPart::ShowBurst(bool vectors) {
-    burstPage_->ShowBurst(vectors);
+    ForDevice().burst->ShowBurst(vectors);
 }
 
 void frmPart::ClearForm() {
@@ -51,11 +51,11 @@ void frmPart::ClearForm() {
         }
     }
     portPage_->ClearPins();
-    burstPage_->ClearRegisters();
+    ForDevice().burst->ClearRegisters();
     SelectPage(kBitsPage);
-    bitsPage_->ClearControls();
+    ForDevice().bits->ClearControls();
     SelectPage(kRegistersPage);
-    registersPage_->ClearRows();
+    ForDevice().registers->ClearRows();
     for (PLLPage* page : pllPages_) {
         page->Unbind();
     }
@@ -81,35 +81,38 @@ void frmPart::RemovePLLPages() {
 }
 
 void frmPart::RebuildRulers() {
-    registersPage_->RebuildRulers();
+    if (devicePages_) {   // They come up with the right ones.
+        devicePages_->registers->RebuildRulers();
+    }
 }
 
 void frmPart::AddRegisterRow(const cRegister& added) {
     if (part_.Registers().Count() > 1) {
         SelectPage(kRegistersPage);
     }
-    registersPage_->AddRow(added);
-    burstPage_->AddRegister(added);
+    ForDevice().registers->AddRow(added);
+    ForDevice().burst->AddRegister(added);
 }
 
 void frmPart::AddPinBox(const cPrgmPin& added) {
-    bitsPage_->AddPinBox(added);
+    ForDevice().bits->AddPinBox(added);
     portPage_->AddPin(added);
 }
 
 void frmPart::AddCheckBox(const cPrgmBits& added, std::string_view group) {
-    bitsPage_->AddCheckBox(added, group);
+    ForDevice().bits->AddCheckBox(added, group);
 }
 
 void frmPart::AddCounterBox(const cPrgmBits& added, std::string_view group) {
-    bitsPage_->AddCounterBox(added, group);
+    ForDevice().bits->AddCounterBox(added, group);
 }
 
 void frmPart::AddListBox(const cPrgmBits& field, std::string_view group) {
-    bitsPage_->AddListBox(field, group);
+    ForDevice().bits->AddListBox(field, group);
 }
 
 void frmPart::AddPLLPage(int index, const std::string& name) {
+    ForDevice();
     const auto place = static_cast<std::size_t>(index);
     if (place == pllPages_.size()) {
         pllPages_.push_back(new PLLPage(*this, index));
@@ -136,7 +139,7 @@ void frmPart::BindFraction(int index, const std::string& numerator, const std::s
 }
 
 void frmPart::ShowBurstRunning(bool running) {
-    burstPage_->ShowRunning(running);
+    ForDevice().burst->ShowRunning(running);
     if (running) {
         burstProgress_ = {};
         sinceProgress_.start();
@@ -160,7 +163,7 @@ void frmPart::NoteProgress() {
 }
 
 bool frmPart::BurstLoops() const {
-    return burstPage_->Loops();
+    return devicePages_ && devicePages_->burst->Loops();
 }
 
 void frmPart::ShowDeviceName(const std::string& name) {
@@ -173,11 +176,11 @@ void frmPart::ShowVersion(const std::string& version, const std::string& descrip
 }
 
 void frmPart::ShowSBIButtons() {
-    burstPage_->ShowSBIButtons();
+    ForDevice().burst->ShowSBIButtons();
 }
 
 void frmPart::ShowBurstControls() {
-    burstPage_->ShowBurstControls();
+    ForDevice().burst->ShowBurstControls();
 }
 
 void frmPart::AddMode(int /*index*/, const std::string& caption) {
