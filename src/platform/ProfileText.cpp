@@ -158,6 +158,9 @@ std::string ProfileText::Contents() const {
     for (const ProfileLine& line : lines_) {
         contents.append(line.bytes);
     }
+    if (encoding_.markSize == 0 && ProfileEncoding::Of(contents).markSize != 0) {
+        contents.insert(0, NewLineEnd);   // The line that has become the first must not read as a mark.
+    }
     if (encoding_.unitSize == 2 && bytes.size() % 2 != 0) {
         contents.push_back(bytes.back());   // Half a character at the end of a damaged file.
     }

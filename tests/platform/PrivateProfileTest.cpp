@@ -189,6 +189,8 @@ TEST(PrivateProfile, ChangesOnlyWhatItIsTold) {
         {"a word is repeated as a key", "[s]\n k \nj=1\n", "s", "k", "2", "[s]\n k=2\r\nj=1\n"},
         {"words and comments go with their section", "[s]\nword\n;c\nk=1\n[t]\n", "s", nullptr, nullptr,
          "word\n;c\n[t]\n"},
+        {"a word that comes first makes the file one in UTF-16", "[s]\nk=1\n\xFF\xFE\n[t]\n", "s", nullptr, nullptr,
+         "\r\n\xFF\xFE\n[t]\n"},
         {"a comment takes a key's value", "[s]\n;k=1\n", "s", ";k", "2", "[s]\n;k=2\r\n;k=1\n"},
         {"a key in no section is changed", "k=1\n[]\nk=2\n", "", "k", "3", "k=1\n[]\nk=3\r\n"},
         {"the key after a section with an open bracket is missed", "[s\nk=1", "s", "k", "2", "[s\nk=2\r\n"},
