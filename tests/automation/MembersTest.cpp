@@ -1,19 +1,15 @@
-#include <gtest/gtest.h>
-
-#include <QCheckBox>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 
 #include "automation/Automation.h"
 #include "burst/SetupFile.h"
-#include "core/Numbers.h"
 #include "pll/cPLL.h"
 #include "settings/Modes.h"
+#include "support/Cases.h"
 #include "ui/WindowFixture.h"
 
 // Two windows side by side, one worked by hand and one by calls that come in over the bus: after each step both must
@@ -32,7 +28,7 @@ QString Number(double v) {
 }
 
 /// All that a window shows but its status bar, a line a control, and what its device holds.
-QStringList State(frmPart& window, const TempFolder& folder) {
+std::string State(frmPart& window, const TempFolder& folder) {
     QStringList lines;
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
         const auto* box = qobject_cast<const QAbstractButton*>(widget);
@@ -52,8 +48,9 @@ QStringList State(frmPart& window, const TempFolder& folder) {
     for (const cRegister& one : window.Device().Registers()) {
         lines << QString::fromStdString(one.ID()) + "=" + Number(one.Value());
     }
-    return lines << QString::number(window.Device().OutputPinValue()) << window.windowTitle()
-                 << QString::number(int(window.windowState() & (Qt::WindowMaximized | Qt::WindowMinimized)));
+    lines << QString::number(window.Device().OutputPinValue()) << window.windowTitle()
+          << QString::number(int(window.windowState() & (Qt::WindowMaximized | Qt::WindowMinimized)));
+    return lines.join('\n').toStdString();
 }
 
 /// A program that drives the desk's window from outside, with a connection of its own.
@@ -139,14 +136,8 @@ class MembersTest : public WindowFixture, public testing::WithParamInterface<Dev
 protected:
     MembersTest() { CopyParts(folder); }
 
-    void Type(const QString& box, const QString& text) {
-        Child<QLineEdit>(box)->selectAll();
-        KeyClicks(box, text);
-        KeyClick(box, Qt::Key_Return);
-    }
-
     /// The member of a control array that belongs to a field or pin, found by the caption of its own or of its label.
-    QString Member(const QString& array, const QString& captions, const QString& caption) {
+    QString MemberOf(const QString& array, const QString& captions, const QString& caption) {
         for (const QWidget* widget : Window().findChildren<QWidget*>()) {
             const QString name = widget->objectName();
             if (name.startsWith(captions + "(") && widget->property("text").toString() == caption) {
@@ -155,9 +146,9 @@ protected:
         }
         throw std::runtime_error("no control for " + caption.toStdString());
     }
-    QString CounterBox() { return Member("txtCntrVal", "lblCntr", GetParam().counter); }
-    QString CheckBox() { return Member("chkPrgmBit", "chkPrgmBit", GetParam().bit); }
-    QString PinBox() { return Member("chkPrgmPin", "chkPrgmPin", GetParam().pin); }
+    QString CounterBox() { return MemberOf("txtCntrVal", "lblCntr", GetParam().counter); }
+    QString CheckBox() { return MemberOf("chkPrgmBit", "chkPrgmBit", GetParam().bit); }
+    QString PinBox() { return MemberOf("chkPrgmPin", "chkPrgmPin", GetParam().pin); }
 
     /// Gives a window a mode, a set-up file with a burst that ends by itself, and another state than theirs.
     static void Prepare(frmPart& window) {
@@ -180,22 +171,18 @@ TEST_P(MembersTest, DoTheSameAsByHand) {
     client.Create();
     Window();
     const QString pll = d.pll;
-    const struct {
-        const char* member;
-        QVariantList arguments;
-        std::function<void()> byHand;
-    } steps[] = {
+    const Cases<std::string, QVariantList, std::function<void()>> steps = {
         {"SelectPart", {d.name}, [&] { SelectDevice(d.name); }},
         {"LoadPart", {}, [&] { Choose("mnuLoadPLL(0)"); }},
-        {"SetVCOFrequency", {pll, d.vco}, [&] { Type("txtVCO(0)", Number(d.vco)); }},
+        {"SetVCOFrequency", {pll, d.vco}, [&] { EnterInto("txtVCO(0)", Number(d.vco)); }},
         {"SetPDFrequency",
          {pll, d.comparison},
          [&] {
-             Type("txtFpd(0)", Number(d.comparison));
+             EnterInto("txtFpd(0)", Number(d.comparison));
              part.UpdateDisplays();   // By hand only the PLL and the registers are drawn anew.
          }},
-        {"SetOSCinFrequency", {pll, d.reference}, [&] { Type("txtOsc(0)", Number(d.reference)); }},
-        {"SetPrgmBitValue", {d.counter, d.counted}, [&] { Type(CounterBox(), Number(d.counted)); }},
+        {"SetOSCinFrequency", {pll, d.reference}, [&] { EnterInto("txtOsc(0)", Number(d.reference)); }},
+        {"SetPrgmBitValue", {d.counter, d.counted}, [&] { EnterInto(CounterBox(), Number(d.counted)); }},
         {"SetPrgmBits", {d.bit, 1.0}, [&] { Click(CheckBox()); }},
         {"SetPrgmPins", {d.pin, false}, [&] { Click(PinBox()); }},
         {"SetPrgmPins", {d.pin, true, true}, [&] { Click(PinBox()); }},
@@ -211,10 +198,8 @@ TEST_P(MembersTest, DoTheSameAsByHand) {
         {"SelectTab", {"Nowhere"}, [&] { Page(0); }},
         {"Maximize", {}, [&] { Window().showMaximized(); }},
         {"Minimize", {}, [&] { Window().showMinimized(); }},
-        {"ShowTarnwick", {}, [&] { Window().showNormal(); }},
-    };
-    for (const auto& step : steps) {
-        const std::string member = step.member;
+        {"ShowTarnwick", {}, [&] { Window().showNormal(); }}};
+    for (const auto& [member, arguments, byHand] : steps) {
         SCOPED_TRACE(member);
         if (member == "SetMode") {
             Prepare(served.window);
@@ -222,26 +207,21 @@ TEST_P(MembersTest, DoTheSameAsByHand) {
         }
         served.port.Clear();
         port.Clear();
-        client.Call(step.member, step.arguments);
-        step.byHand();
+        client.Call(QString::fromStdString(member), arguments);
+        byHand();
         Settle();
-        const QStringList driven = State(served.window, served.folder);
-        const QStringList byHand = State(Window(), folder);
-        ASSERT_EQ(driven.size(), byHand.size());
-        for (qsizetype i = 0; i < driven.size(); ++i) {
-            EXPECT_EQ(driven[i], byHand[i]);
-        }
+        EXPECT_EQ(State(served.window, served.folder), State(Window(), folder));
         EXPECT_EQ(served.port.Writes(), port.Writes());
         if (member == "SelectTab") {
             EXPECT_EQ(served.window.Pages().currentIndex(), Window().Pages().currentIndex());
         }
     }
     // What can be read is what the screen shows.
-    EXPECT_EQ(Number(client.Call("GetVCOFrequency", {pll}).toDouble()), Child<QLineEdit>("txtVCO(0)")->text());
-    EXPECT_EQ(Number(client.Call("GetOSCinFrequency", {pll}).toDouble()), Child<QLineEdit>("txtOsc(0)")->text());
-    EXPECT_EQ(client.Call("GetPDFrequency", {pll}).toString(), Child<QLineEdit>("txtFpd(0)")->text());
-    EXPECT_EQ(client.Call("GetPrgmBitValue", {d.counter}).toString(), Child<QLineEdit>(CounterBox())->text());
-    EXPECT_EQ(client.Call("GetPrgmBits", {d.bit}).toInt(), Child<QCheckBox>(CheckBox())->isChecked());
+    EXPECT_EQ(Number(client.Call("GetVCOFrequency", {pll}).toDouble()), Text("txtVCO(0)"));
+    EXPECT_EQ(Number(client.Call("GetOSCinFrequency", {pll}).toDouble()), Text("txtOsc(0)"));
+    EXPECT_EQ(client.Call("GetPDFrequency", {pll}).toString(), Text("txtFpd(0)"));
+    EXPECT_EQ(client.Call("GetPrgmBitValue", {d.counter}).toString(), Text(CounterBox()));
+    EXPECT_EQ(client.Call("GetPrgmBits", {d.bit}).toInt(), Checked(CheckBox()));
     EXPECT_TRUE(client.Call("GetPrgmPins", {d.pin}).toBool());
     EXPECT_FALSE(client.Call("GetAutoReload").toBool());
     EXPECT_FALSE(client.Call("GetSaveSettings").toBool());

@@ -1,9 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <optional>
 #include <stdexcept>
-#include <string>
 
 #include "burst/BurstLines.h"
 #include "burst/BurstText.h"
@@ -11,6 +8,7 @@
 #include "core/DeviceDisplay.h"
 #include "core/Errors.h"
 #include "platform/EventPump.h"
+#include "support/Cases.h"
 #include "support/TestPart.h"
 
 namespace {
@@ -39,10 +37,7 @@ public:
 };
 
 TEST(BurstList, EditsKeepTheOrderThatIsAskedFor) {
-    const struct {
-        void (*edit)(cPart&);
-        const char* list;
-    } cases[] = {
+    const Cases<void (*)(cPart&), const char*> cases = {
         {[](cPart& part) { part.AddBurstCommand("9", 2, std::int16_t{1}); }, "9123"},
         {[](cPart& part) { part.AddBurstCommand("9", 2, std::int16_t{3}); }, "1293"},
         {[](cPart& part) { part.ChangeBurstCommand(2, "9", 2); }, "193"},
@@ -56,44 +51,41 @@ TEST(BurstList, EditsKeepTheOrderThatIsAskedFor) {
          ""},
         {[](cPart& part) { EditBurstList(part, BurstEdit::Append, 1, "9", 2); }, "1239"},
         {[](cPart& part) { EditBurstList(part, BurstEdit::Insert, 2, "9", 2); }, "1923"},
-        {[](cPart& part) { EditBurstList(part, BurstEdit::Overwrite, 1, "9", 2); }, "923"},
-    };
-    for (const auto& test : cases) {
+        {[](cPart& part) { EditBurstList(part, BurstEdit::Overwrite, 1, "9", 2); }, "923"}};
+    for (const auto& [edit, expected] : cases) {
         TestPart device(3);
         for (const char* delay : {"1", "2", "3"}) {
             device.part.AddBurstCommand(delay, BurstKind::Delay);
         }
-        test.edit(device.part);
+        edit(device.part);
         std::string list;
         for (const cBurst& command : device.part.BurstCmds()) {
             list += std::to_string(command.Delay());
         }
-        EXPECT_EQ(list, test.list);
+        EXPECT_EQ(list, expected);
     }
 }
 
 TEST(BurstList, DelayTextIsAWholeNumber) {
     const std::string endless(1000000, '7');
-    const struct {
-        std::string text;
-        std::optional<std::int32_t> passes;
-    } cases[] = {{"1000000", 1000000}, {" 7 ", 7},   {"1e3", 1000}, {"&H10", 16}, {"2147483647", 2147483647},
-                 {"-1", -1},           {"", {}},     {"abc", {}},   {"10.5", {}}, {"2147483648", {}},
-                 {"1,5", {}},          {"12 3", {}}, {endless, {}}};
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.text.substr(0, 20));
+    const Cases<std::string, std::optional<std::int32_t>> cases = {
+        {"1000000", 1000000}, {" 7 ", 7},   {"1e3", 1000}, {"&H10", 16}, {"2147483647", 2147483647},
+        {"-1", -1},           {"", {}},     {"abc", {}},   {"10.5", {}}, {"2147483648", {}},
+        {"1,5", {}},          {"12 3", {}}, {endless, {}}};
+    for (const auto& [text, passes] : cases) {
+        SCOPED_TRACE(text.substr(0, 20));
         TestPart device(3);
         device.part.AddBurstCommand("3", BurstKind::Delay);
         std::string error;
         try {
-            device.part.ChangeBurstCommand(1, test.text, BurstKind::Delay);
+            device.part.ChangeBurstCommand(1, text, BurstKind::Delay);
         } catch (const ConversionError& refused) {
             error = refused.what();
         }
         const cBurst& command = device.part.BurstCmds().At(1);
-        EXPECT_EQ(command.Delay(), test.passes.value_or(3));
-        EXPECT_EQ(command.Description(), "Delay of " + (test.passes ? test.text : "3"));
-        EXPECT_EQ(error.empty(), test.passes.has_value());
+        EXPECT_EQ(command.Delay(), passes.value_or(3));
+        EXPECT_EQ(command.Description(), "Delay of " + (passes ? text : "3"));
+        EXPECT_EQ(error.empty(), passes.has_value());
         EXPECT_LT(error.size(), 200U);
     }
 }
@@ -143,12 +135,8 @@ TEST(BurstList, OverwrittenAndRestoredCommands) {
 
 TEST(BurstRun, EndsAsTheUserAsks) {
     using User = void (*)(cPart&, Bench&, bool firstPass);
-    const struct {
-        const char* name;
-        bool loops;
-        User user;
-        const char* story;   // Passes and writes: of a stop command and a delay four in each pass.
-    } cases[] = {
+    // Whether it loops, what the user does; passes and writes, of a stop command and a delay four in each pass.
+    const Cases<const char*, bool, User, const char*> cases = {
         {"single", false, [](cPart&, Bench&, bool) {}, "run 1:4 ready"},
         {"stopped", true, [](cPart& part, Bench&, bool first) { first ? void() : part.StopBurstCommands(); },
          "run 1:4 2:8 ready"},
@@ -164,20 +152,19 @@ TEST(BurstRun, EndsAsTheUserAsks) {
              first ? part.AddBurstCommand("", BurstKind::StopSBI) : part.StopBurstCommands();
          },
          "run 1:4 2:12 ready"},
-        {"failed", true, [](cPart&, Bench&, bool) { throw std::runtime_error("broken"); }, "run 1:4 ready"},
-    };
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.name);
+        {"failed", true, [](cPart&, Bench&, bool) { throw std::runtime_error("broken"); }, "run 1:4 ready"}};
+    for (const auto& [name, loops, user, story] : cases) {
+        SCOPED_TRACE(name);
         TestPart device(3);
         Bench bench(device.part);
         device.part.RunBurstCommands();
         EXPECT_EQ(bench.story, "") << "an empty list doesn't run";
         device.part.AddBurstCommand("", BurstKind::StopSBI);
         device.part.AddBurstCommand("0", BurstKind::Delay);
-        bench.loops = test.loops;
-        bench.user = [&](std::uint64_t pass) {
+        bench.loops = loops;
+        bench.user = [&, act = user](std::uint64_t pass) {
             EXPECT_TRUE(device.part.BurstRunning());
-            test.user(device.part, bench, pass == 1);
+            act(device.part, bench, pass == 1);
         };
         device.part.StopBurstCommands();   // Without a run it leaves nothing behind.
         try {
@@ -185,12 +172,12 @@ TEST(BurstRun, EndsAsTheUserAsks) {
         } catch (const std::runtime_error& error) {
             EXPECT_STREQ(error.what(), "broken");
         }
-        EXPECT_EQ(bench.story, test.story);
+        EXPECT_EQ(bench.story, story);
         EXPECT_FALSE(device.part.BurstRunning());
         bench.user = [&](std::uint64_t) { device.part.StopBurstCommands(); };
         device.part.AddBurstCommand("0", BurstKind::Delay);
         device.part.RunBurstCommands();
-        EXPECT_EQ(bench.story.find(test.story + std::string("run 1:")), 0U) << "the next run runs";
+        EXPECT_EQ(bench.story.find(story + std::string("run 1:")), 0U) << "the next run runs";
     }
 }
 
@@ -212,21 +199,21 @@ TEST(BurstList, HoldsAsManyCommandsAsAPositionCanCount) {
 TEST(BurstLines, AClickSelectsTheLineUnderTheCaret) {
     const std::string crlf = "Load A = 101\r\nDelay of 5\r\n";
     const std::string lf = "Load A = 101\nDelay of 5\n";
-    const struct {
-        const std::string& text;
-        std::size_t caret;
-        int number;
-        std::optional<BurstLine::Selection> selection;
-    } cases[] = {
-        {crlf, 0, 1, {{0, 12}}}, {crlf, 12, 1, {{0, 12}}}, {crlf, 14, 2, {{14, 10}}}, {crlf, 24, 2, {{14, 10}}},
-        {crlf, 26, 3, {}},       {crlf, 999, 3, {}},       {lf, 12, 1, {{0, 12}}},    {lf, 13, 2, {{13, 10}}},
-        {lf, 23, 2, {{13, 10}}}, {lf, 24, 3, {}},
-    };
-    for (const auto& test : cases) {
-        const auto line = BurstLineAt(test.text, test.caret);
+    for (const auto& [text, caret, number, selection] :
+         Cases<std::string, std::size_t, int, std::optional<BurstLine::Selection>>{{crlf, 0, 1, {{0, 12}}},
+                                                                                   {crlf, 12, 1, {{0, 12}}},
+                                                                                   {crlf, 14, 2, {{14, 10}}},
+                                                                                   {crlf, 24, 2, {{14, 10}}},
+                                                                                   {crlf, 26, 3, {}},
+                                                                                   {crlf, 999, 3, {}},
+                                                                                   {lf, 12, 1, {{0, 12}}},
+                                                                                   {lf, 13, 2, {{13, 10}}},
+                                                                                   {lf, 23, 2, {{13, 10}}},
+                                                                                   {lf, 24, 3, {}}}) {
+        const auto line = BurstLineAt(text, caret);
         ASSERT_TRUE(line);
-        EXPECT_EQ(line->number, test.number) << "caret at " << test.caret;
-        EXPECT_EQ(line->selection, test.selection) << "caret at " << test.caret;
+        EXPECT_EQ(line->number, number) << "caret at " << caret;
+        EXPECT_EQ(line->selection, selection) << "caret at " << caret;
     }
     EXPECT_FALSE(BurstLineAt("", 0));
     EXPECT_EQ(BurstEditFor(4, 2, 2, true), BurstEdit::Insert);

@@ -1,34 +1,20 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <iterator>
 #include <optional>
-#include <sstream>
-#include <string>
-#include <vector>
 
 #include "burst/BurstText.h"
 #include "burst/SetupFile.h"
 #include "burst/cBurst.h"
-#include "core/Numbers.h"
 #include "core/PartFile.h"
 #include "core/PartFileReader.h"
 #include "platform/Dialogs.h"
-#include "platform/EventPump.h"
 #include "platform/FailingCalls.h"
 #include "pll/PLLSection.h"
 #include "pll/cPLL.h"
+#include "support/Cases.h"
+#include "support/PartText.h"
 #include "support/TempFolder.h"
 #include "support/TestPart.h"
 
 namespace {
-
-std::string Bytes(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 /// All that a set-up file holds, as the device has it.
 std::string State(cPart& part) {
@@ -83,9 +69,9 @@ TEST(SetupFile, HoldsAllKeysInTheirOrderOrStaysAsItWas) {
         EXPECT_NE(error.find(file), std::string::npos) << error;
         EXPECT_NE(error.find("No space left"), std::string::npos) << error;
     }
-    EXPECT_EQ(Bytes(file), "[OLD]\nKEY=1\n");
+    EXPECT_EQ(folder.Read("set-up"), "[OLD]\nKEY=1\n");
     EXPECT_EQ(SaveBurstCommands(device.part, file), "");
-    EXPECT_EQ(Bytes(file), kWhole);
+    EXPECT_EQ(folder.Read("set-up"), kWhole);
 }
 
 /// A device as it ships.
@@ -142,7 +128,7 @@ TEST(SetupFile, SavedLoadedAndSavedAgainIsTheSameForEveryShippedDevice) {
         EXPECT_EQ(SaveBurstCommands(first.part, folder.Path("1")), "");
         EXPECT_EQ(LoadBurstCommands(second.part, folder.Path("1")).Message(), "");
         EXPECT_EQ(SaveBurstCommands(second.part, folder.Path("2")), "");
-        EXPECT_EQ(Bytes(folder.Path("1")), Bytes(folder.Path("2")));
+        EXPECT_EQ(folder.Read("1"), folder.Read("2"));
         EXPECT_EQ(BurstText(first.part, false), BurstText(second.part, false));
         first.part.RunBurstCommands();
         second.part.RunBurstCommands();
@@ -163,11 +149,8 @@ TEST(SetupFile, LoadingTakesWhatItCanAndTellsTheRest) {
     const std::string select = ". Select the correct device before loading this file.";
     std::string lf = kWhole;
     std::erase(lf, '\r');
-    const struct {
-        std::string contents;
-        std::string state;
-        std::vector<std::string> told;   // Parts of the message; none: there is no message.
-    } cases[] = {
+    // The contents, the state that they leave, and parts of the message: without any there is none.
+    const Cases<std::string, std::string, std::vector<std::string>> cases = {
         {kWhole, whole, {}},
         {lf, whole, {}},
         {"[X]\nA=1\n" + kWhole + "COLOUR=red\r\n[Y]\r\n", whole, {}},
@@ -196,16 +179,15 @@ TEST(SetupFile, LoadingTakesWhatItCanAndTellsTheRest) {
          kStart + " | Delay of 7",
          {"[BURST] COMMAND00: no burst command has the kind 3",
           "[BURST] REGISTERNAME01: ", "[BURST] REGISTER02: \"1.5\" is no delay",
-          "[BURST] PINS03: ", "[BURST] COMMAND04: \"two\"", "[BURST] REGISTER05: \"x\""}},
-    };
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.contents.substr(0, 200));
+          "[BURST] PINS03: ", "[BURST] COMMAND04: \"two\"", "[BURST] REGISTER05: \"x\""}}};
+    for (const auto& [contents, after, parts] : cases) {
+        SCOPED_TRACE(contents.substr(0, 200));
         Device device;
-        const std::string told = LoadBurstCommands(device.part, folder.File("set-up", test.contents)).Message();
-        EXPECT_EQ(State(device.part), test.state);
-        EXPECT_EQ(told.empty(), test.told.empty()) << told;
+        const std::string told = LoadBurstCommands(device.part, folder.File("set-up", contents)).Message();
+        EXPECT_EQ(State(device.part), after);
+        EXPECT_EQ(told.empty(), parts.empty()) << told;
         EXPECT_LT(told.size(), 3000U);
-        for (const std::string& text : test.told) {
+        for (const std::string& text : parts) {
             EXPECT_NE(told.find(text), std::string::npos) << text << " is missing in " << told;
         }
     }
@@ -256,7 +238,7 @@ TEST(SetupFile, LongListsAndLongMessagesEndAtTheirLimits) {
 
     std::string text = "[SETUP]\nPART=TEST\n[BURST]\nCOUNT=30\n";
     for (int i = 0; i < 30; ++i) {
-        text += "COMMAND" + ItemNumber(i) + "=9\n";
+        text += Item(i, "COMMAND=9");
     }
     Device third;
     told = LoadBurstCommands(third.part, folder.File("set-up", text)).Message();
@@ -310,23 +292,6 @@ TEST(SetupDialogs, AskForAFileAndTellWhatWentWrong) {
     EXPECT_EQ(user.told[0].rfind("Load BurstCommands: This BurstCommand File was built for the TEST. Select ", 0), 0U);
     EXPECT_NE(user.told[1].find(*user.chosen), std::string::npos) << user.told[1];
     EXPECT_NE(user.told[2].find(*user.chosen), std::string::npos) << user.told[2];
-}
-
-TEST(SetupDialogs, DoNothingDuringARun) {
-    struct Pump final : EventPump {
-        std::function<void()> events;
-        void DoEvents() override { events(); }
-    } pump;
-    Device device;
-    User user;
-    device.part.UseEventPump(pump);
-    device.part.AddBurstCommand("0", BurstKind::Delay);
-    pump.events = [&] {
-        SaveWithDialog(device.part, user, "Save BurstCommands");
-        LoadWithDialog(device.part, user, "Load BurstCommands");
-    };
-    device.part.RunBurstCommands();
-    EXPECT_TRUE(user.asked.empty());
 }
 
 }   // namespace

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "support/Cases.h"
+
 namespace {
 
 using Texts = Collection<std::string>;
@@ -47,13 +49,13 @@ TEST(Collection, ErrorsNameWhatExists) {
     for (const char* name : {"RF", "IF", "Reference"}) {
         texts.Add(name, std::make_unique<std::string>(name));
     }
-    for (const auto& [name, message] : std::initializer_list<std::pair<std::string, std::string>>{
-             {"RF1", "no PLL called 'RF1': did you mean 'RF'?"},
-             {"if", "no PLL called 'if': did you mean 'IF'?"},
-             {"Refer", "no PLL called 'Refer': did you mean 'Reference'?"},
-             {"Refrence", "no PLL called 'Refrence': did you mean 'Reference'?"},
-             {"Transmitter", "no PLL called 'Transmitter'"},
-             {std::string(81, 'x'), "no PLL called '" + std::string(80, 'x') + "...'"}}) {
+    for (const auto& [name, message] :
+         Cases<std::string, std::string>{{"RF1", "no PLL called 'RF1': did you mean 'RF'?"},
+                                         {"if", "no PLL called 'if': did you mean 'IF'?"},
+                                         {"Refer", "no PLL called 'Refer': did you mean 'Reference'?"},
+                                         {"Refrence", "no PLL called 'Refrence': did you mean 'Reference'?"},
+                                         {"Transmitter", "no PLL called 'Transmitter'"},
+                                         {std::string(81, 'x'), "no PLL called '" + std::string(80, 'x') + "...'"}}) {
         EXPECT_EQ(ErrorOf([&, wanted = name] { static_cast<void>(texts.At(wanted)); }), message);
     }
     EXPECT_EQ(ErrorOf([&] { static_cast<void>(texts.At(4)); }), "no PLL number 4: 1 to 3 exist");

@@ -1,9 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <string>
-#include <vector>
-
 #include "core/Errors.h"
 #include "support/RecordingDisplay.h"
 #include "support/TestPart.h"

@@ -1,8 +1,4 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <string>
-#include <vector>
 
 #include "support/TestPart.h"
 #include "support/TextTable.h"

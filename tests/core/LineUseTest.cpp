@@ -1,15 +1,28 @@
 #include "core/LineUse.h"
 
-#include <gtest/gtest.h>
-
 #include "support/TestPart.h"
+#include "support/TextTable.h"
 
 namespace {
 
-std::string Joined(const std::vector<std::string>& names) {
+/// The lines that are used, such as "c0:Clock !3:Data+LE": a letter for the role, "!" for a conflict.
+std::string Uses(const cPart& part) {
+    static const std::map<LineRole, char> marks = {{LineRole::Clock, 'c'},
+                                                   {LineRole::Data, 'd'},
+                                                   {LineRole::LE, 'l'},
+                                                   {LineRole::Pin, 'p'},
+                                                   {LineRole::Conflict, '!'}};
     std::string text;
-    for (const std::string& name : names) {
-        text += (text.empty() ? "" : "+") + name;
+    for (int line = 0; const LineUse& use : LineUses(part)) {
+        std::string names;
+        for (const std::string& name : use.names) {
+            names += (names.empty() ? "" : "+") + name;
+        }
+        if (use.role != LineRole::None) {
+            text += (text.empty() ? "" : " ") + std::string(1, marks.at(use.role)) + std::to_string(line) + ':' + names;
+        }
+        EXPECT_EQ(use.role == LineRole::None, names.empty()) << "line " << line;
+        ++line;
     }
     return text;
 }
@@ -17,43 +30,22 @@ std::string Joined(const std::vector<std::string>& names) {
 }   // namespace
 
 TEST(LineUse, TellsTheJobsOfALineAndMarksTwoOrMore) {
-    const struct {
-        const char* what;
-        std::int16_t clock, data, le;
-        std::vector<std::int16_t> pins;   ///< Their lines; they are called "P0", "P1" and so on.
-        int line;
-        LineRole role;
-        const char* names;
-    } cases[] = {
-        {"each alone", 1, 2, 4, {}, 0, LineRole::Clock, "Clock"},
-        {"each alone", 1, 2, 4, {}, 1, LineRole::Data, "Data"},
-        {"each alone", 1, 2, 4, {}, 2, LineRole::LE, "LE"},
-        {"a line without a job", 1, 2, 4, {}, 3, LineRole::None, ""},
-        {"a pin alone, and the last line", 1, 2, 4, {11}, 11, LineRole::Pin, "P0"},
-        {"a control line", 256, 2, 4, {}, 8, LineRole::Clock, "Clock"},
-        {"two serial lines", 8, 8, 4, {}, 3, LineRole::Conflict, "Clock+Data"},
-        {"two pins", 1, 2, 4, {9, 9}, 9, LineRole::Conflict, "P0+P1"},
-        {"LE and a pin", 1, 2, 4, {5, 2}, 2, LineRole::Conflict, "LE+P1"},
-        {"four jobs", 16, 16, 16, {4}, 4, LineRole::Conflict, "Clock+Data+LE+P0"},
-        {"five jobs", 16, 16, 16, {4, 4}, 4, LineRole::Conflict, "Clock+Data+LE+P0+P1"},
-        {"seven jobs", 1, 1, 1, {0, 0, 0, 0}, 0, LineRole::Conflict, "Clock+Data+LE+P0+P1+P2+P3"},
-        {"a word of two lines", 3, 4, 8, {}, 0, LineRole::None, ""},
-        {"a word of two lines", 3, 4, 8, {}, 1, LineRole::None, ""},
-        {"a word beyond the lines, and none", 4096, 0, 1, {}, 0, LineRole::LE, "LE"},
-        {"a pin beyond the lines", 1, 2, 4, {12, 14}, 11, LineRole::None, ""},
-    };
-    for (const auto& c : cases) {
+    // Clock, Data and LE, the lines of the pins "P0", "P1"...; what the lines do. A word of two lines uses neither.
+    for (const TextRow& row : TextTable(R"(1 2 4 '' 'c0:Clock d1:Data l2:LE';  256 2 4 '' 'd1:Data l2:LE c8:Clock'
+        1 2 4 '11' 'c0:Clock d1:Data l2:LE p11:P0';  1 2 4 '12 14' 'c0:Clock d1:Data l2:LE'
+        8 8 4 '' 'l2:LE !3:Clock+Data';  1 2 4 '9 9' 'c0:Clock d1:Data l2:LE !9:P0+P1'
+        1 2 4 '5 2' 'c0:Clock d1:Data !2:LE+P1 p5:P0';  16 16 16 '4' '!4:Clock+Data+LE+P0'
+        16 16 16 '4 4' '!4:Clock+Data+LE+P0+P1';  1 1 1 '0 0 0 0' '!0:Clock+Data+LE+P0+P1+P2+P3'
+        3 4 8 '' 'd2:Data l3:LE';  4096 0 1 '' 'l0:LE')")) {
         TestPart device(8);
-        device.part.ClockPosition(c.clock);
-        device.part.DataPosition(c.data);
-        device.part.LEPosition(c.le);
-        for (const std::int16_t line : c.pins) {
+        device.part.ClockPosition(CellShort(row[0]));
+        device.part.DataPosition(CellShort(row[1]));
+        device.part.LEPosition(CellShort(row[2]));
+        std::istringstream pins(row[3]);
+        for (std::int16_t line = 0; pins >> line;) {
             device.part.AddProgramPin("P" + std::to_string(device.part.PrgmPins().Count()), line);
         }
-        const auto uses = LineUses(device.part);
-        const LineUse& use = uses[static_cast<std::size_t>(c.line)];
-        EXPECT_EQ(use.role, c.role) << c.what << ", line " << c.line;
-        EXPECT_EQ(Joined(use.names), c.names) << c.what << ", line " << c.line;
+        EXPECT_EQ(Uses(device.part), row[4]) << row[0] << ' ' << row[1] << ' ' << row[2] << ", pins on " << row[3];
     }
 }
 

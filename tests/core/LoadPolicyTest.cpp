@@ -1,10 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <map>
-#include <sstream>
-#include <string>
-#include <vector>
-
 #include "support/TestPart.h"
 #include "support/TextTable.h"
 

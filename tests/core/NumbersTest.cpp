@@ -3,11 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <cmath>
 #include <locale>
 #include <optional>
-#include <string>
-#include <vector>
 
 #include "core/Errors.h"
 #include "support/TextTable.h"
@@ -42,27 +39,35 @@ TEST(Numbers, WholeBitsKeepTheLowest64) {
     }
 }
 
+using NumberTexts = std::vector<std::pair<double, TextRow>>;
+
+/// The rows of a table with the number in one of their cells.
+NumberTexts WithNumbers(std::size_t column, const std::string& table) {
+    NumberTexts rows;
+    for (const TextRow& row : TextTable(table)) {
+        rows.emplace_back(CellNumber(row[column]), row);
+    }
+    return rows;
+}
+
 // Made before a test sets a locale. The last of the first table's lines are carries into another notation.
-const std::vector<TextRow> kGeneralTexts = TextTable(R"(0 0; -0.0 0; 5 5; -12.5 -12.5; 1000.25 1000.25; 100 100
+const NumberTexts kGeneralTexts = WithNumbers(0, R"(0 0; -0.0 0; 5 5; -12.5 -12.5; 1000.25 1000.25; 100 100
     0.30000000000000004 0.3; 0.3333333333333333 0.333333333333333; 0.6666666666666667 0.666666666666667
     123456789012345 123456789012345; 1e14 100000000000000; 999999999999999 999999999999999; 1e15 1E+15; -1e15 -1E+15
     123456789012345678 1.23456789012346E+17; 2.5e100 2.5E+100; 1.7976931348623157e308 1.79769313486232E+308
     0.000001 0.000001; 0.0000123 0.0000123; 1e-7 0.0000001; 9.9e-8 9.9E-08; 1e-9 1E-09; 5e-324 4.94065645841247E-324
     999999999999999.5 1E+15; 9.999999999999999e-8 0.0000001; 9.9999999999999999 10)");
-const std::vector<TextRow> kNumericTexts = TextTable(R"('0' 0; '1000.25' 1000.25; ' 12 ' 12; '+3' 3; '-3.5' -3.5
+const NumberTexts kNumericTexts = WithNumbers(1, R"('0' 0; '1000.25' 1000.25; ' 12 ' 12; '+3' 3; '-3.5' -3.5
     '.5' 0.5; '5.' 5; '-.5e1' -5; '1E3' 1000; '1e+03' 1000; '2.5E-2' 0.025; '007' 7; '	7	' 7
     '' -; '  ' -; '.' -; '-' -; '+-3' -; '--3' -; '- 5' -; '1e' -; '1e+' -; 'e5' -; '1,5' -; '1.000,5' -; '1 000' -
     '1.2.3' -; '12a' -; 'abc' -; 'inf' -; '-inf' -; 'nan' -; '0x10' -; '&H10' -; '1e999' -)");
 
-void CheckTexts(const std::vector<double>& numbers) {
-    std::size_t next = 0;
-    for (const TextRow& row : kGeneralTexts) {
-        EXPECT_EQ(GeneralText(numbers[next++]), row[1]) << row[0];
+void CheckTexts() {
+    for (const auto& [number, row] : kGeneralTexts) {
+        EXPECT_EQ(GeneralText(number), row[1]) << row[0];
     }
-    for (const TextRow& row : kNumericTexts) {
-        const auto expected = row[1] == "-" ? std::nullopt : std::optional(numbers[next]);
-        ++next;
-        EXPECT_EQ(ParseNumber(row[0]), expected) << '"' << row[0] << '"';
+    for (const auto& [number, row] : kNumericTexts) {
+        EXPECT_EQ(ParseNumber(row[0]), row[1] == "-" ? std::nullopt : std::optional(number)) << '"' << row[0] << '"';
     }
 }
 
@@ -72,20 +77,13 @@ TEST(Numbers, TextsOfNumbersAndNumbersOfTextsInAnyLocale) {
         char do_thousands_sep() const override { return '.'; }
         std::string do_grouping() const override { return "\3"; }
     };
-    std::vector<double> numbers;
-    for (const TextRow& row : kGeneralTexts) {
-        numbers.push_back(CellNumber(row[0]));
-    }
-    for (const TextRow& row : kNumericTexts) {
-        numbers.push_back(CellNumber(row[1]));
-    }
-    CheckTexts(numbers);
+    CheckTexts();
     const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Commas));
-    CheckTexts(numbers);
+    CheckTexts();
     // Few machines have one of these; the conversions of C have commas then too.
     for (const char* name : {"de_DE.UTF-8", "de_DE", "fr_FR.UTF-8"}) {
         if (std::setlocale(LC_ALL, name) != nullptr) {
-            CheckTexts(numbers);
+            CheckTexts();
         }
     }
     std::setlocale(LC_ALL, "C");

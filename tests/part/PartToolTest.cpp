@@ -1,16 +1,12 @@
-#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/wait.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
-#include <string>
-#include <vector>
 
+#include "support/Cases.h"
 #include "support/Patterns.h"
 #include "support/TempFolder.h"
 
@@ -146,43 +142,37 @@ TEST(PartTool, JsonHoldsAnyBytes) {
 }
 
 TEST(PartTool, WordsFollowTheSettings) {
-    struct Case {
-        const char* part;
-        std::string settings;
-        const char* word;   // A line of the output.
-        const char* note;   // What the standard error says; empty for nothing, and then the status is 0.
-        int status = 1;
-    };
-    for (const Case& c : std::vector<Case>{
+    // The part file and the settings; a line of the output, what the standard error says, the status.
+    for (const auto& [file, settings, word, note, status] :
+         Cases<std::string, std::string, std::string, const char*, int>{
              {"ADF4351", "", "R5  0x00580005", "", 0},
              {"ADF4351", "CP_CURRENT='5.00 mA'", "R2  0x18005E42", "", 0},
              {"ADF4351", "CP_CURRENT=5mA", "R2  0x18005E42", "", 0},
              {"ADF4351", "CP_CURRENT=15", "R2  0x18005E42", "", 0},
              {"ADF4351", "CP_CURRENT=5.1mA", "R2  0x18004E42",
-              "\"5.1mA\" is no value of 'CP_CURRENT': it takes 0.31 mA"},
+              "\"5.1mA\" is no value of 'CP_CURRENT': it takes 0.31 mA", 1},
              {"ADF4351", "RF_DIVIDER_SELECT=64", "R4  0x00EC803C", "", 0},
              {"ADF4351", "FEEDBACK_SELECT=divided", "R4  0x000C803C", "", 0},
-             {"ADF4351", "MOD=5000", "R1  0x0800FFF9", "asked 5000, stored 4095"},
+             {"ADF4351", "MOD=5000", "R1  0x0800FFF9", "asked 5000, stored 4095", 1},
              {"ADF4351", "MOD=625 pll.vco=3471.36", "R0  0x004510B0", "", 0},
              {"ADF4351", "pll.osc=19.2 'RF PLL.vco=2400'", "R0  0x003E8000", "", 0},
              {"ADF4351", "pll.vco=2400.003", "R0  0x00300000", "asked 2400.003 MHz, reached 2400 MHz", 0},
-             {"ADF4351", "pll.vco=100", "R0  0x0025CE18", "asked 100 MHz, reached 1899.99 MHz"},
+             {"ADF4351", "pll.vco=100", "R0  0x0025CE18", "asked 100 MHz, reached 1899.99 MHz", 1},
              {"ADF4351", "pll.fpd=12500", "R2  0x18008E42", "", 0},
-             {"ADF4351", "INTT=1", "R0  0x00300000", "no bit field called 'INTT': did you mean 'INT'?"},
-             {"ADF4351", "XY.vco=1", "R0  0x00300000", "no PLL called 'XY'"},
-             {"ADF4351", "pll.vco=fast", "R0  0x00300000", "\"fast\" is no frequency"},
+             {"ADF4351", "INTT=1", "R0  0x00300000", "no bit field called 'INTT': did you mean 'INT'?", 1},
+             {"ADF4351", "XY.vco=1", "R0  0x00300000", "no PLL called 'XY'", 1},
+             {"ADF4351", "pll.vco=fast", "R0  0x00300000", "\"fast\" is no frequency", 1},
              {"Si4133", "RF1.vco=1300 IF.vco=100", "RF1_N  0x00A283", "", 0},
-             {"Si4133", "pll.vco=1300", "RF1_N  0x009E23", "no PLL called 'pll'"},
+             {"Si4133", "pll.vco=1300", "RF1_N  0x009E23", "no PLL called 'pll'", 1},
              {"ADF4106", "PRESCALER=8 pll.vco=2400.2", "AB    0x05DC05", "", 0},
              {"ADF4106", "TIMER_COUNTER='7 cycles'", "FUNC  0x9F8892", "", 0},
-             {"ADF4153", "LOW_NOISE=0 LOWEST_NOISE=0", "R3  0x000003", "", 0},
-         }) {
-        SCOPED_TRACE(c.part + (' ' + c.settings));
-        const Ran ran = Tool("words " + Part(c.part) + ' ' + c.settings);
-        EXPECT_NE(('\n' + ran.out).find('\n' + std::string(c.word) + '\n'), std::string::npos) << ran.out;
-        EXPECT_EQ(ran.status, c.status);
-        EXPECT_EQ(ran.err.empty(), *c.note == '\0') << ran.err;
-        EXPECT_NE(ran.err.find(c.note), std::string::npos) << ran.err;
+             {"ADF4153", "LOW_NOISE=0 LOWEST_NOISE=0", "R3  0x000003", "", 0}}) {
+        SCOPED_TRACE(file + ' ' + settings);
+        const Ran ran = Tool("words " + Part(file) + ' ' + settings);
+        EXPECT_NE(('\n' + ran.out).find('\n' + word + '\n'), std::string::npos) << ran.out;
+        EXPECT_EQ(ran.status, status);
+        EXPECT_EQ(ran.err.empty(), *note == '\0') << ran.err;
+        EXPECT_NE(ran.err.find(note), std::string::npos) << ran.err;
     }
 }
 
@@ -219,9 +209,7 @@ TEST(PartTool, RefusesWhatItDoesNotUnderstand) {
 
 std::string Contents(const std::string& name) {
     std::ifstream in(SOURCE_DIR "/" + name);
-    std::ostringstream text;
-    text << in.rdbuf();
-    std::string contents = text.str();
+    std::string contents{std::istreambuf_iterator<char>(in), {}};
     for (std::size_t at = 0; (at = contents.find("\\-", at)) != std::string::npos;) {
         contents.erase(at, 1);   // A hyphen of a manual page.
     }

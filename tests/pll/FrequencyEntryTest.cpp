@@ -1,82 +1,25 @@
 #include "pll/FrequencyEntry.h"
 
-#include <gtest/gtest.h>
-
-#include <vector>
-
-#include "core/DeviceDisplay.h"
-#include "core/Numbers.h"
 #include "pll/EntryTexts.h"
 #include "pll/PLLSpinners.h"
 #include "pll/StepCommands.h"
 #include "pll/TestLoop.h"
+#include "support/Cases.h"
+#include "support/OrderDisplay.h"
 
 namespace {
 
-/// Notes what is drawn, and "load" where the port was written in between.
-class OrderDisplay final : public DeviceDisplay {
-public:
-    explicit OrderDisplay(const FakePort& port) : port_(port) {}
-    void ShowPLLs() override { Note("plls"); }
-    void ShowBits() override { Note("bits"); }
-    void ShowRegisters() override { Note("registers"); }
-    void ShowPort() override { Note("port"); }
-    void ShowBurst(bool /*vectors*/) override { Note("burst"); }
-
-    [[nodiscard]] std::string Order() {
-        NoteLoad();
-        return order_;
-    }
-
-private:
-    void Note(const std::string& what) {
-        NoteLoad();
-        order_ += what + ' ';
-    }
-    void NoteLoad() {
-        if (port_.Writes().size() != seen_) {
-            seen_ = port_.Writes().size();
-            order_ += "load ";
-        }
-    }
-
-    const FakePort& port_;
-    std::size_t seen_ = 0;
-    std::string order_;
-};
-
 /// What the box shows after a refresh.
 std::string Shown(TestLoop& t, EntryBox box) {
-    switch (box) {
-        case EntryBox::Osc:
-            return GeneralText(t.Loop().XtalFrequency());
-        case EntryBox::VCO:
-            return GeneralText(t.Loop().VCOFrequency());
-        case EntryBox::Fpd:
-            return GeneralText(t.Loop().PDFrequency());
-        case EntryBox::RCounter:
-            return GeneralText(t.Loop().RValue());
-        case EntryBox::NCounter:
-            return GeneralText(t.Loop().NValue());
-        case EntryBox::FractNum:
-            return GeneralText(t.Field("NUM").Value());
-        case EntryBox::FractDen:
-            return GeneralText(t.Field("DEN").Value());
-    }
-    return {};
+    const double values[] = {t.Loop().XtalFrequency(), t.Loop().VCOFrequency(), t.Loop().PDFrequency(),
+                             t.Loop().RValue(),        t.Loop().NValue(),       t.Field("NUM").Value(),
+                             t.Field("DEN").Value()};
+    return GeneralText(values[static_cast<std::size_t>(box)]);
 }
 
 TEST(FrequencyEntry, ShowsWhatWasReachedAndSaysWhatWasAsked) {
-    struct Case {
-        int denominator;
-        EntryBox box;
-        const char* text;
-        const char* shown;
-        const char* counters;
-        const char* note;
-    };
     using enum EntryBox;
-    const Case cases[] = {
+    const Cases<int, EntryBox, const char*, const char*, const char*, const char*> cases = {
         // Starting at N 1000, R 100, 10 MHz.
         {4, VCO, "1000.25", "1000.25", "10002/100/2/4", ""},
         {0, VCO, " 1000.06 ", "1000.1", "10001/100/0/0", "asked 1000.06 MHz, reached 1000.1 MHz: +40000 Hz, +40 ppm"},
@@ -96,17 +39,16 @@ TEST(FrequencyEntry, ShowsWhatWasReachedAndSaysWhatWasAsked) {
          "asked 2000.7, reached 2000.75: +0.05, +5000 Hz, +24.99 ppm"},
         {4, FractNum, "999", "255", "1000/100/255/4", "asked 999, reached 255: -744, -18600000 Hz"},
         {4, FractDen, "0", "0", "1000/100/1/0", ""},
-        {4, FractDen, "8", "8", "1000/100/1/8", ""},
-    };
-    for (const Case& c : cases) {
-        TestLoop t(c.denominator);
-        t.Do(c.denominator > 0 ? "n=1000.25" : "n=1000");
-        const std::string where = std::string(c.text) + " -> " + c.shown;
-        const EntryResult result = Enter(t.part, 0, c.box, c.text, true);
+        {4, FractDen, "8", "8", "1000/100/1/8", ""}};
+    for (const auto& [denominator, box, text, shown, counters, note] : cases) {
+        TestLoop t(denominator);
+        t.Do(denominator > 0 ? "n=1000.25" : "n=1000");
+        const std::string where = std::string(text) + " -> " + shown;
+        const EntryResult result = Enter(t.part, 0, box, text, true);
         EXPECT_TRUE(result.handled) << where;
-        EXPECT_EQ(Shown(t, c.box), c.shown) << where;
-        EXPECT_EQ(t.Counters(), c.counters) << where;
-        EXPECT_EQ(EntryNote(result, c.box), c.note) << where;
+        EXPECT_EQ(Shown(t, box), shown) << where;
+        EXPECT_EQ(t.Counters(), counters) << where;
+        EXPECT_EQ(EntryNote(result, box), note) << where;
     }
 }
 
@@ -136,83 +78,64 @@ TEST(FrequencyEntry, TheNBoxOfAFractionalLoopIsWrittenOnlyIfItWasChanged) {
 }
 
 TEST(FrequencyEntry, GuardsOfTheBoxes) {
-    struct Case {
-        EntryBox box;
-        bool loaded;
-        int denominator;
-        int pll;
-        bool handled;
-        bool swallows;
-        bool refused;
-    };
     using enum EntryBox;
-    for (const Case& c : {Case{Osc, false, 4, 0, false, false, false}, Case{VCO, true, 4, 0, true, true, false},
-                          Case{FractNum, true, 0, 0, false, true, false}, Case{FractDen, true, 4, 0, true, true, false},
-                          Case{FractNum, true, 4, 1, false, true, false}, Case{NCounter, true, 4, 1, true, true, true},
-                          Case{VCO, true, 4, -1, true, true, true}}) {
-        TestLoop t(c.denominator);
-        t.part.ID(c.loaded ? "TEST" : "");
+    // The box, the device and its denominator, the loop; what becomes of an entry and so of the Enter key.
+    const Cases<EntryBox, const char*, int, int, std::string> cases = {
+        {Osc, "", 4, 0, "passed on"},      {VCO, "TEST", 4, 0, "taken"},          {FractNum, "TEST", 0, 0, "swallowed"},
+        {FractDen, "TEST", 4, 0, "taken"}, {FractNum, "TEST", 4, 1, "swallowed"}, {NCounter, "TEST", 4, 1, "refused"},
+        {VCO, "TEST", 4, -1, "refused"}};
+    for (const auto& [box, device, denominator, pll, becomes] : cases) {
+        SCOPED_TRACE("box " + std::to_string(static_cast<int>(box)) + " of loop " + std::to_string(pll));
+        TestLoop t(denominator);
+        t.part.ID(device);
         const std::string before = t.Counters();
-        const EntryResult result = Enter(t.part, c.pll, c.box, "7", true);
-        const std::string where = "box " + std::to_string(static_cast<int>(c.box));
-        EXPECT_EQ(result.handled, c.handled) << where;
-        EXPECT_EQ(SwallowsEnter(c.box, result), c.swallows) << where;
-        EXPECT_EQ(result.Refused(), c.refused) << where;
-        EXPECT_EQ(t.Counters() != before, c.handled && !c.refused) << where;
+        const EntryResult result = Enter(t.part, pll, box, "7", true);
+        EXPECT_EQ(result.handled ? (result.Refused() ? "refused" : "taken")
+                                 : (SwallowsEnter(box, result) ? "swallowed" : "passed on"),
+                  becomes);
+        EXPECT_EQ(SwallowsEnter(box, result), becomes != "passed on");
+        EXPECT_EQ(t.Counters() != before, becomes == "taken");
     }
 }
 
 TEST(FrequencyEntry, OrderOfDisplayAndLoadAfterEachSource) {
-    struct Case {
-        std::vector<FollowUp> sources;
-        const char* withAutoReload;
-        const char* without;
-    };
     using enum EntryBox;
     constexpr auto kEnter = EntryEvent::Enter;
     constexpr auto kLeft = EntryEvent::LostFocus;
-    const Case cases[] = {
-        {{FollowUpOf(Osc, kEnter), FollowUpOf(Osc, kLeft), FollowUpOf(VCO, kEnter)},
-         "plls bits registers port burst load ",
-         "plls bits registers port burst "},
-        {{FollowUpOf(VCO, kLeft)}, "plls bits registers port burst load ", "plls bits registers port burst load "},
-        {{FollowUpOf(Fpd, kEnter), FollowUpOf(Fpd, kLeft), FollowUpOf(FractNum, kEnter), FollowUpOf(FractNum, kLeft),
-          FollowUpOf(FractDen, kEnter), FollowUpOf(FractDen, kLeft), kAfterLabel},
-         "plls registers load ",
-         "plls registers load "},
-        {{FollowUpOf(RCounter, kEnter), FollowUpOf(RCounter, kLeft), FollowUpOf(NCounter, kEnter),
-          FollowUpOf(NCounter, kLeft), FollowUpOf(PLLSpinner::RCounter), FollowUpOf(PLLSpinner::Fpd),
-          FollowUpOf(PLLSpinner::NCounter), kAfterStep},
-         "registers plls load ",
-         "registers plls load "},
-        {{FollowUpOf(PLLSpinner::FractNum), FollowUpOf(PLLSpinner::FractDen)},
-         "load registers plls ",
-         "load registers plls "},
-        {{kAfterSet}, "plls load ", "plls load "},
-    };
-    for (const Case& c : cases) {
-        for (const FollowUp& source : c.sources) {
+    // The sources, what follows, and whether the load comes without the automatic reload too.
+    for (const auto& [sources, order, always] : Cases<std::vector<FollowUp>, std::string, bool>{
+             {{FollowUpOf(Osc, kEnter), FollowUpOf(Osc, kLeft), FollowUpOf(VCO, kEnter)},
+              "plls bits registers port burst load ",
+              false},
+             {{FollowUpOf(VCO, kLeft)}, "plls bits registers port burst load ", true},
+             {{FollowUpOf(Fpd, kEnter), FollowUpOf(Fpd, kLeft), FollowUpOf(FractNum, kEnter),
+               FollowUpOf(FractNum, kLeft), FollowUpOf(FractDen, kEnter), FollowUpOf(FractDen, kLeft), kAfterLabel},
+              "plls registers load ",
+              true},
+             {{FollowUpOf(RCounter, kEnter), FollowUpOf(RCounter, kLeft), FollowUpOf(NCounter, kEnter),
+               FollowUpOf(NCounter, kLeft), FollowUpOf(PLLSpinner::RCounter), FollowUpOf(PLLSpinner::Fpd),
+               FollowUpOf(PLLSpinner::NCounter), kAfterStep},
+              "registers plls load ",
+              true},
+             {{FollowUpOf(PLLSpinner::FractNum), FollowUpOf(PLLSpinner::FractDen)}, "load registers plls ", true},
+             {{kAfterSet}, "plls load ", true}}) {
+        for (const FollowUp& source : sources) {
             for (const bool autoReload : {true, false}) {
                 TestLoop t;
                 OrderDisplay display(t.port);
                 t.part.UseDisplay(display);
                 t.Do("n=5");   // Marks the register.
                 RunFollowUp(t.part, source, autoReload);
-                EXPECT_EQ(display.Order(), autoReload ? c.withAutoReload : c.without)
-                    << "source " << &source - c.sources.data() << ", auto reload " << autoReload;
+                EXPECT_EQ(display.Order(), autoReload || always ? order : order.substr(0, order.find("load")))
+                    << "source " << &source - sources.data() << ", auto reload " << autoReload;
             }
         }
     }
 }
 
 TEST(FrequencyEntry, HintsTellUnitResolutionAndRange) {
-    struct Case {
-        int denominator;
-        EntryBox box;
-        const char* hint;
-    };
     using enum EntryBox;
-    const Case cases[] = {
+    const Cases<int, EntryBox, const char*> cases = {
         {0, Osc, "Reference frequency in MHz, above 0"},
         {0, VCO, "VCO frequency in MHz, in steps of 100 kHz, 5.6 to 13107.1 MHz"},
         {8, VCO, "VCO frequency in MHz, in steps of 12.5 kHz, 5.6 to 13107.1875 MHz"},
@@ -224,14 +147,13 @@ TEST(FrequencyEntry, HintsTellUnitResolutionAndRange) {
         {8, NCounter, "Value of the N counter, in steps of 1/8, 56 to 131071.875"},
         {8, FractNum, "Numerator of the fraction, in steps of 1, 0 to 255; one count is 12.5 kHz at the VCO"},
         {8, FractDen, "Denominator of the fraction, in steps of 1, 0 to 200"},
-        {0, FractDen, "Denominator of the fraction"},
-    };
-    for (const Case& c : cases) {
-        TestLoop t(c.denominator);
+        {0, FractDen, "Denominator of the fraction"}};
+    for (const auto& [denominator, box, hint] : cases) {
+        TestLoop t(denominator);
         t.Field("N").MinimumValue(56);
         t.Field("DEN").MaximumValue(200);
-        EXPECT_EQ(EntryHint(t.part, 0, c.box), c.hint);
-        EXPECT_EQ(std::string(c.hint).rfind(EntryHint(t.part, 7, c.box), 0), 0U) << "without its PLL";
+        EXPECT_EQ(EntryHint(t.part, 0, box), hint);
+        EXPECT_EQ(std::string(hint).rfind(EntryHint(t.part, 7, box), 0), 0U) << "without its PLL";
     }
     TestLoop list;
     list.Field("RDIV").SetValueArray({8, 1, 2, 4});

@@ -1,14 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <array>
 #include <cfloat>
 #include <cmath>
-#include <map>
 #include <random>
 #include <set>
 
-#include "core/Numbers.h"
 #include "pll/FrequencyEntry.h"
 #include "pll/StepCommands.h"
 #include "pll/cPLL.h"

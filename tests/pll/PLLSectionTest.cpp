@@ -1,35 +1,16 @@
 #include "pll/PLLSection.h"
 
-#include <gtest/gtest.h>
-
-#include <vector>
-
-#include "core/DeviceDisplay.h"
-#include "core/Numbers.h"
 #include "core/PartFile.h"
 #include "pll/TestLoop.h"
+#include "support/Cases.h"
+#include "support/PartText.h"
+#include "support/RecordingDisplay.h"
 #include "support/TempFolder.h"
 
 namespace {
 
-/// Notes pages and bindings as lines.
-class BindingDisplay final : public DeviceDisplay {
-public:
-    std::vector<std::string> lines;
-    void AddPLLPage(int index, const std::string& name) override { Note(index, "page " + name); }
-    void BindPLLBlocks(int index, const PLLBlocks& b) override {
-        Note(index, "blocks " + b.polarity + ',' + b.gain + ',' + b.state + ',' + b.nPrescaler + ',' + b.rPrescaler);
-    }
-    void BindFraction(int index, const std::string& numerator, const std::string& denominator) override {
-        Note(index, "fraction " + numerator + ',' + denominator);
-    }
-
-private:
-    void Note(int index, const std::string& what) { lines.push_back(std::to_string(index) + ' ' + what); }
-};
-
 struct ReadDevice : TestLoop {
-    BindingDisplay display;
+    RecordingDisplay display{part};
     Problems problems;
 
     explicit ReadDevice(const std::string& section) {
@@ -37,7 +18,7 @@ struct ReadDevice : TestLoop {
         part.Lines(0);
         part.UseDisplay(display);
         const TempFolder folder;
-        PartFile file(folder.File("device.ini", "[PLLS]\n" + section), problems);
+        PartFile file(folder.File("device.ini", Lines("[PLLS]|" + section)), problems);
         ReadPLLs(part, file);
         CheckPLLs(part, file);
     }
@@ -54,15 +35,15 @@ struct ReadDevice : TestLoop {
 
 TEST(PLLSection, BindsEachPLLToItsFieldsAndItsPage) {
     ReadDevice device(
-        "COUNT=3\n"
-        "NAME00=TX\nN00=N\nR00=RDIV\nFRACTNUM00=NUM\nFRACTDEN00=DEN\nOSCIN00=26\nPD00=N\nIPO00=RDIV\nTRI00=NUM\n"
-        "NP00=DEN\nRP00=N\n"
-        "N01=N\nR01=RDIV\nFRACTDEN01=DEN\n"   // Without a name, a reference and a numerator.
-        "NAME02=IF\nN02=N\nR02=RDIV\nNP02=NUM\n");
+        "COUNT=3|"
+        "NAME00=TX|N00=N|R00=RDIV|FRACTNUM00=NUM|FRACTDEN00=DEN|OSCIN00=26|PD00=N|IPO00=RDIV|TRI00=NUM|"
+        "NP00=DEN|RP00=N|"
+        "N01=N|R01=RDIV|FRACTDEN01=DEN|"   // Without a name, a reference and a numerator.
+        "NAME02=IF|N02=N|R02=RDIV|NP02=NUM|");
     EXPECT_EQ(
-        device.display.lines,
-        (std::vector<std::string>{"0 page TX", "0 blocks N,RDIV,NUM,DEN,N", "0 fraction NUM,DEN", "1 page PLL01",
-                                  "1 blocks ,,,,", "1 fraction ,", "2 page IF", "2 blocks ,,,NUM,", "2 fraction ,"}));
+        device.display.Take(),
+        (std::vector<std::string>{"page 0 TX", "blocks 0 N,RDIV,NUM,DEN,N", "fraction 0 NUM,DEN", "page 1 PLL01",
+                                  "blocks 1 ,,,,", "fraction 1 ,", "page 2 IF", "blocks 2 ,,,NUM,", "fraction 2 ,"}));
     EXPECT_EQ(device.part.PLLs().At("TX").XtalFrequency(), 26);
     EXPECT_EQ(device.part.PLLs().At("TX").DenominatorName(), "DEN");
     EXPECT_EQ(device.part.PLLs().At("PLL01").XtalFrequency(), 10);
@@ -72,24 +53,23 @@ TEST(PLLSection, BindsEachPLLToItsFieldsAndItsPage) {
 }
 
 TEST(PLLSection, ListsWhatCantWorkAndReadsOn) {
-    struct Case {
-        const char* section;
-        int plls;
-        const char* places;
-    };
-    for (const Case& c :
-         {Case{"", 0, ""}, Case{"COUNT=0\n", 0, ""}, Case{"COUNT=-3\n", 0, ""}, Case{"COUNT=many\n", 0, "COUNT:2"},
-          Case{"COUNT=2\nNAME00=A\nN00=N\nR00=RDIV\nNAME01=A\nN01=N\nR01=RDIV\n", 1, "NAME01:6"},
-          Case{"COUNT=1\nN00=X\nR00=RDIV\nPD00=Y\n", 1, "N00:3 PD00:5"}, Case{"COUNT=1\nN00=N\n", 1, "R00:1"},
-          Case{"COUNT=1\nN00=N\nR00=RDIV\nFRACTNUM00=NUM\n", 1, "FRACTNUM00:5"},
-          Case{"COUNT=1\nN00=N\nR00=RDIV\nFRACTNUM00=NUM\nFRACTDEN00=Z\n", 1, "FRACTDEN00:6"},
-          Case{"COUNT=1\nN00=N\nR00=RDIV\nOSCIN00=ten\n", 1, "OSCIN00:5"},
-          Case{"COUNT=1\nN00=N\nR00=RDIV\nOSCIN00=1E308\n", 1, "OSCIN00:5"}}) {
-        ReadDevice device(c.section);
-        EXPECT_EQ(device.part.PLLs().Count(), c.plls) << c.section;
-        EXPECT_EQ(device.Places(), c.places) << c.section;
+    for (const auto& [section, plls, places] : Cases<const char*, int, const char*>{
+             {"", 0, ""},
+             {"COUNT=0|", 0, ""},
+             {"COUNT=-3|", 0, ""},
+             {"COUNT=many|", 0, "COUNT:2"},
+             {"COUNT=2|NAME00=A|N00=N|R00=RDIV|NAME01=A|N01=N|R01=RDIV|", 1, "NAME01:6"},
+             {"COUNT=1|N00=X|R00=RDIV|PD00=Y|", 1, "N00:3 PD00:5"},
+             {"COUNT=1|N00=N|", 1, "R00:1"},
+             {"COUNT=1|N00=N|R00=RDIV|FRACTNUM00=NUM|", 1, "FRACTNUM00:5"},
+             {"COUNT=1|N00=N|R00=RDIV|FRACTNUM00=NUM|FRACTDEN00=Z|", 1, "FRACTDEN00:6"},
+             {"COUNT=1|N00=N|R00=RDIV|OSCIN00=ten|", 1, "OSCIN00:5"},
+             {"COUNT=1|N00=N|R00=RDIV|OSCIN00=1E308|", 1, "OSCIN00:5"}}) {
+        ReadDevice device(section);
+        EXPECT_EQ(device.part.PLLs().Count(), plls) << section;
+        EXPECT_EQ(device.Places(), places) << section;
         for (const cPLL& pll : device.part.PLLs()) {
-            EXPECT_EQ(pll.XtalFrequency(), 10) << c.section;
+            EXPECT_EQ(pll.XtalFrequency(), 10) << section;
         }
     }
 }
@@ -99,10 +79,10 @@ TEST(PLLSection, SetUpWithoutItsPLLFailsAndBindsNothing) {
     EXPECT_THROW(device.part.SetupPLL("N", "", "", "", ""), LookupError);
     EXPECT_THROW(device.part.SetupFraction("NUM", "DEN"), LookupError);
     EXPECT_THROW(device.part.SetupPLLFraction("RF", "", ""), LookupError);
-    EXPECT_TRUE(device.display.lines.empty());
+    EXPECT_TRUE(device.display.Take().empty());
     device.part.AddPLL("RF", "N", "RDIV");
     device.part.SetupFraction("NUM", "DEN");
-    EXPECT_EQ(device.display.lines.back(), "0 fraction NUM,DEN");
+    EXPECT_EQ(device.display.Take().back(), "fraction 0 NUM,DEN");
     EXPECT_EQ(device.part.PLLs().At("RF").NumeratorName(), "NUM");
 }
 

@@ -41,16 +41,13 @@ struct TestLoop : TestPart {
 
 private:
     void Write(const std::string& what, double v) {
-        if (what == "xtal") {
-            Loop().XtalFrequency(v);
-        } else if (what == "vco") {
-            Loop().VCOFrequency(v);
-        } else if (what == "pd") {
-            Loop().PDFrequency(v);
-        } else if (what == "n") {
-            Loop().NValue(v);
-        } else if (what == "r") {
-            Loop().RValue(v);
+        static const std::map<std::string, void (cPLL::*)(double)> frequencies = {{"xtal", &cPLL::XtalFrequency},
+                                                                                  {"vco", &cPLL::VCOFrequency},
+                                                                                  {"pd", &cPLL::PDFrequency},
+                                                                                  {"n", &cPLL::NValue},
+                                                                                  {"r", &cPLL::RValue}};
+        if (frequencies.contains(what)) {
+            (Loop().*frequencies.at(what))(v);
         } else if (what == "fixed") {
             Loop().VCOFixed(v != 0);
         } else if (what == "N.min") {

@@ -44,17 +44,6 @@ public:
         return words;
     }
 
-    /// The bytes that were written to one port address, such as all data bytes.
-    [[nodiscard]] std::vector<int> Bytes(std::uint16_t port) const {
-        std::vector<int> bytes;
-        for (const PortWrite& write : writes_) {
-            if (write.port == port) {
-                bytes.push_back(write.value);
-            }
-        }
-        return bytes;
-    }
-
     /// What was put out since the last call.
     std::vector<int> TakeWords(std::uint16_t address = 0x378) {
         std::vector<int> words = Words(address);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/DeviceDisplay.h"
@@ -29,6 +30,13 @@ public:
     }
     void AddListBox(const cPrgmBits& field, std::string_view group) override { Note("list " + Placed(field, group)); }
     void AddPLLPage(int index, const std::string& name) override { Note("page " + std::to_string(index) + ' ' + name); }
+    void BindPLLBlocks(int index, const PLLBlocks& b) override {
+        Note("blocks " + std::to_string(index) + ' ' + b.polarity + ',' + b.gain + ',' + b.state + ',' + b.nPrescaler +
+             ',' + b.rPrescaler);
+    }
+    void BindFraction(int index, const std::string& numerator, const std::string& denominator) override {
+        Note("fraction " + std::to_string(index) + ' ' + numerator + ',' + denominator);
+    }
     void ShowBurstRunning(bool running) override { Note(running ? "running" : "stopped"); }
     void ShowVersion(const std::string& version, const std::string& description) override {
         Note("version " + version + '|' + description);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <sstream>
 #include <string>
@@ -25,6 +24,35 @@ struct TestPart {
         part.DataPosition(2);
         part.LEPosition(4);
         part.RegisterLength(static_cast<std::int16_t>(registerLength));
+    }
+
+    /// Sets the framing and the lines, "sbi clock=256 Trigger=3": lines as words; what is neither is a pin that is on,
+    /// with the number of its line.
+    void Wire(const std::string& description) {
+        static const std::map<std::string, void (cPart::*)(bool)> flags = {{"sbi", &cPart::SBIEnable},
+                                                                           {"inverted", &cPart::InvertClock},
+                                                                           {"lehigh", &cPart::LEModeHigh},
+                                                                           {"pairs", &cPart::HighByte}};
+        static const std::map<std::string, void (cPart::*)(std::int16_t)> words = {{"clock", &cPart::ClockPosition},
+                                                                                   {"data", &cPart::DataPosition},
+                                                                                   {"le", &cPart::LEPosition},
+                                                                                   {"pins", &cPart::SetOutPins}};
+        std::istringstream in(description);
+        for (std::string word; in >> word;) {
+            const auto equals = std::min(word.find('='), word.size());
+            const std::string key = word.substr(0, equals);
+            const auto value = equals < word.size() ? FileShort(word.substr(equals + 1)) : std::int16_t{1};
+            if (flags.contains(key)) {
+                (part.*flags.at(key))(value != 0);
+            } else if (words.contains(key)) {
+                (part.*words.at(key))(value);
+            } else {
+                if (part.PrgmPins().Find(key) == nullptr) {
+                    part.AddProgramPin(key, value);
+                }
+                part.PrgmPins().At(key).Enabled(true);
+            }
+        }
     }
 
     /// Adds an unmasked register. It counts as sent, unlike one that was just read from a file.
@@ -58,13 +86,8 @@ struct TestPart {
         }
     }
 
-    /// Adds one field there; `more` says what else it is.
-    cPrgmBits& Field(const std::string& name, int position, int length,
-                     const std::function<void(cPrgmBits&)>& more = {}) {
+    cPrgmBits& Field(const std::string& name, int position, int length) {
         part.AddProgramBit(name, "R", static_cast<std::int16_t>(position), static_cast<std::int16_t>(length), false);
-        if (more) {
-            more(Field(name));
-        }
         return Field(name);
     }
 

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QScreen>
 
+#include "support/Cases.h"
 #include "ui/WindowFixture.h"
 #include "ui/frmAboutBox.h"
 
@@ -74,11 +75,7 @@ TEST_F(AboutBox, VersionInfoOpensTheHistoryOnce) {
 }
 
 TEST_F(AboutBox, AnyKeyClosesItButThoseThatWalkThroughIt) {
-    const struct {
-        const char* where;
-        Qt::Key key;
-        bool closes;
-    } cases[] = {
+    const Cases<const char*, Qt::Key, bool> cases = {
         {"OkayButton", Qt::Key_X, true},      {"OkayButton", Qt::Key_Escape, true},
         {"OkayButton", Qt::Key_Return, true}, {"OkayButton", Qt::Key_Space, true},
         {"OkayButton", Qt::Key_F7, true},     {"OkayButton", Qt::Key_Left, true},
@@ -86,17 +83,16 @@ TEST_F(AboutBox, AnyKeyClosesItButThoseThatWalkThroughIt) {
         {"Command1", Qt::Key_Q, true},        {"Command1", Qt::Key_Escape, true},
         {"Command1", Qt::Key_Space, false},   {"Command1", Qt::Key_Return, false},
         {"OkayButton", Qt::Key_Tab, false},   {"OkayButton", Qt::Key_Shift, false},
-        {"Text1", Qt::Key_PageDown, false},   {"Text1", Qt::Key_Escape, true},
-    };
-    for (const auto& c : cases) {
+        {"Text1", Qt::Key_PageDown, false},   {"Text1", Qt::Key_Escape, true}};
+    for (const auto& [where, key, closes] : cases) {
         const QPointer<frmAboutBox> box = Open();
-        if (QString(c.where) == "Text1") {
+        if (QString(where) == "Text1") {
             Press(box, "Command1");
         }
-        In(box, c.where)->setFocus();
-        QTest::keyClick(In(box, c.where), c.key);
+        In(box, where)->setFocus();
+        QTest::keyClick(In(box, where), key);
         Settle();
-        EXPECT_EQ(box == nullptr, c.closes) << c.where << ", key " << std::hex << c.key;
+        EXPECT_EQ(box == nullptr, closes) << where << ", key " << std::hex << key;
         if (box != nullptr) {
             box->close();
             Settle();

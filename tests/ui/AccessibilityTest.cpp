@@ -1,13 +1,11 @@
 #include <QAccessible>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <cmath>
-#include <filesystem>
 #include <map>
 #include <set>
 

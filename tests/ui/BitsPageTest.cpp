@@ -1,15 +1,12 @@
-#include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHelpEvent>
-#include <QLabel>
-#include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include "core/DeviceDisplay.h"
-#include "core/Numbers.h"
+#include "support/Cases.h"
+#include "support/OrderDisplay.h"
 #include "support/TestPart.h"
 #include "ui/WindowFixture.h"
 
@@ -18,118 +15,22 @@ namespace {
 constexpr int kBitsPage = 2;
 
 /// Two registers of 8 bits, a field of each kind in two groups, a PLL, and pins on the lines D3 and C4.
-constexpr auto kDevice = R"([SETUP]
-REGISTER_LENGTH=8
-CONTROL_LENGTH=0
-[PINS]
-COUNT=3
-NAME00=CE & PD
-LOCATION00=3
-NAME01=TRIG
-LOCATION01=11
-NAME02=SAME
-LOCATION02=3
-[REGISTERS]
-COUNT=2
-NAME00=A
-MASK00=0
-VALUE00=0
-NAME01=B
-MASK01=0
-VALUE01=32
-[BITS]
-COUNT=9
-NAME00=ON
-REG00=A
-POS00=0
-TYPE00=Bit
-DISPLAY00=TRUE
-FRAME00=First
-DESCRIPTION00=Switches <b>on</b>
-NAME01=HIDDEN
-REG01=A
-TYPE01=Bit
-DISPLAY01=FALSE
-NAME02=N
-REG02=A
-POS02=1
-LEN02=4
-TYPE02=Counter
-DISPLAY02=TRUE
-FRAME02=Second & last
-STEPVALUE02=2
-UNITS02=" kHz"
-DESCRIPTION02=Counts
-NAME03=GAIN
-REG03=B
-POS03=0
-LEN03=3
-TYPE03=List
-FRAME03=First
-COUNT03=3
-VAL0300=low
-VAL0301=mid & more
-VAL0302=high
-NAME04=WIDE
-REG04=B
-POS04=3
-LEN04=2
-TYPE04=Bit
-DISPLAY04=TRUE
-FRAME04=First
-NAME05=M
-REG05=B
-POS05=5
-LEN05=3
-TYPE05=Counter
-DISPLAY05=TRUE
-FRAME05=First
-NAME06=MODE
-REG06=A
-POS06=5
-LEN06=2
-TYPE06=List
-FRAME06=Second & last
-COUNT06=4
-VAL0600=0
-VAL0601=1
-VAL0602=2
-VAL0603=3
-NAME07=LOST
-REG07=NOWHERE
-LEN07=1
-TYPE07=Counter
-DISPLAY07=TRUE
-FRAME07=First
-NAME08=LEADS
-REG08=A
-POS08=7
-TYPE08=Bit
-DISPLAY08=TRUE
-FRAME08=First
-MIRRORBITS08=NOBODY
-[PLLS]
-COUNT=1
-NAME00=RF
-N00=N
-R00=M
+constexpr auto kDevice = R"([SETUP]|REGISTER_LENGTH=8|CONTROL_LENGTH=0
+[PINS]|COUNT=3|NAME00=CE & PD|LOCATION00=3|NAME01=TRIG|LOCATION01=11|NAME02=SAME|LOCATION02=3
+[REGISTERS]|COUNT=2|NAME00=A|MASK00=0|VALUE00=0|NAME01=B|MASK01=0|VALUE01=32
+[BITS]|COUNT=9
+NAME00=ON|REG00=A|POS00=0|TYPE00=Bit|DISPLAY00=TRUE|FRAME00=First|DESCRIPTION00=Switches <b>on</b>
+NAME01=HIDDEN|REG01=A|TYPE01=Bit|DISPLAY01=FALSE
+NAME02=N|REG02=A|POS02=1|LEN02=4|TYPE02=Counter|DISPLAY02=TRUE|FRAME02=Second & last
+STEPVALUE02=2|UNITS02=" kHz"|DESCRIPTION02=Counts
+NAME03=GAIN|REG03=B|POS03=0|LEN03=3|TYPE03=List|FRAME03=First|COUNT03=3|VAL0300=low|VAL0301=mid & more|VAL0302=high
+NAME04=WIDE|REG04=B|POS04=3|LEN04=2|TYPE04=Bit|DISPLAY04=TRUE|FRAME04=First
+NAME05=M|REG05=B|POS05=5|LEN05=3|TYPE05=Counter|DISPLAY05=TRUE|FRAME05=First
+NAME06=MODE|REG06=A|POS06=5|LEN06=2|TYPE06=List|FRAME06=Second & last|COUNT06=4
+NAME07=LOST|REG07=NOWHERE|LEN07=1|TYPE07=Counter|DISPLAY07=TRUE|FRAME07=First
+NAME08=LEADS|REG08=A|POS08=7|TYPE08=Bit|DISPLAY08=TRUE|FRAME08=First|MIRRORBITS08=NOBODY
+[PLLS]|COUNT=1|NAME00=RF|N00=N|R00=M
 )";
-
-/// Notes which displays are refreshed, and how much had gone to the port by then.
-class RefreshLog : public DeviceDisplay {
-public:
-    explicit RefreshLog(const FakePort& port) : port_(port) {}
-    void ShowPLLs() override { Log('P'); }
-    void ShowBits() override { Log('B'); }
-    void ShowRegisters() override { Log('R'); }
-
-    std::string order;
-
-private:
-    void Log(char display) { order += port_.Writes().empty() ? std::string(1, display) : "(after the load)"; }
-
-    const FakePort& port_;
-};
 
 class BitsPageTest : public WindowFixture {
 protected:
@@ -140,22 +41,12 @@ protected:
         port.Clear();
     }
 
-    QString Note() { return Window().Status().NoteText(); }
-    QString CounterText(int i) { return Child<QLineEdit>(QStringLiteral("txtCntrVal(%1)").arg(i))->text(); }
-
-    void Enter(const QString& box, const QString& text) {
-        Child<QLineEdit>(box)->selectAll();
-        KeyClicks(box, text);
-        KeyClick(box, Qt::Key_Return);
-    }
-
     /// The array members that stand for something, as "chkPrgmBit(0)=ON".
     QStringList Used(const QString& array) {
         QStringList used;
-        for (int i = 0; Has(QStringLiteral("%1(%2)").arg(array).arg(i)); ++i) {
-            const QString name = QStringLiteral("%1(%2)").arg(array).arg(i);
-            if (Shown(name)) {
-                used << name.mid(array.size()) + "=" + Child(name)->accessibleName();
+        for (int i = 0; Has(Member(array, i)); ++i) {
+            if (Shown(Member(array, i))) {
+                used << QStringLiteral("(%1)=").arg(i) + Child(Member(array, i))->accessibleName();
             }
         }
         return used;
@@ -171,13 +62,13 @@ TEST_F(BitsPageTest, OnlyTheFirstControlOfTheDeviceTakesMemberZero) {
     EXPECT_EQ(Used("txtCntrVal"), QStringList({"(1)=N", "(2)=M", "(3)=LOST"}));
     EXPECT_EQ(Used("cmbBits"), QStringList({"(1)=GAIN", "(2)=MODE"}));
     EXPECT_EQ(Used("chkPrgmPin"), QStringList({"(0)=CE & PD", "(1)=TRIG", "(2)=SAME"}));
-    EXPECT_EQ(Child<QLabel>("lblCntr(1)")->text(), "N");
+    EXPECT_EQ(Text("lblCntr(1)"), "N");
     EXPECT_EQ(Child("txtCntrVal(1)")->parentWidget()->objectName(), "fraPrgmBits(1)");
     EXPECT_EQ(Child("txtCntrVal(2)")->parentWidget()->objectName(), "fraPrgmBits(0)");
-    EXPECT_EQ(Child<QCheckBox>("chkPrgmPin(0)")->text(), "CE && PD") << "'&' must show as itself";
+    EXPECT_EQ(Text("chkPrgmPin(0)"), "CE && PD") << "'&' must show as itself";
     EXPECT_EQ(Child<QGroupBox>("fraPrgmBits(1)")->title(), "Second && last");
 
-    OpenPart("NEXT", "[SETUP]\n[REGISTERS]\nCOUNT=1\nNAME00=A\n[BITS]\nCOUNT=1\nNAME00=ONLY\nREG00=A\nTYPE00=List\n");
+    OpenPart("NEXT", "[SETUP]|[REGISTERS]|COUNT=1|NAME00=A|[BITS]|COUNT=1|NAME00=ONLY|REG00=A|TYPE00=List|");
     EXPECT_EQ(Used("fraPrgmBits") + Used("cmbBits"), QStringList({"(0)=Frame", "(0)=ONLY"}));
     for (const char* array :
          {"chkPrgmBit", "lblCntr", "txtCntrVal", "spnCntr", "lblCmbBits", "cmbBits", "chkPrgmPin", "fraPrgmBits"}) {
@@ -190,51 +81,43 @@ TEST_F(BitsPageTest, OnlyTheFirstControlOfTheDeviceTakesMemberZero) {
 TEST_F(BitsPageTest, TheTabKeyGoesThroughAFrameBeforeTheNext) {
     Open();
     Focus("chkPrgmBit(0)");
-    QStringList order;
-    for (int i = 0; i < 10; ++i) {
-        KeyClick(Qt::Key_Tab);
-        order << FocusName();
-    }
-    EXPECT_EQ(order, QStringList({"cmbBits(1)", "chkPrgmBit(1)", "txtCntrVal(2)", "spnCntr(2)", "chkPrgmBit(2)",
-                                  "txtCntrVal(1)", "spnCntr(1)", "cmbBits(2)", "chkPrgmPin(0)", "chkPrgmPin(1)"}));
+    EXPECT_EQ(TabStops(10),
+              QStringList({"cmbBits(1)", "chkPrgmBit(1)", "txtCntrVal(2)", "spnCntr(2)", "chkPrgmBit(2)",
+                           "txtCntrVal(1)", "spnCntr(1)", "cmbBits(2)", "chkPrgmPin(0)", "chkPrgmPin(1)"}));
 }
 
 TEST_F(BitsPageTest, EachControlChangesRefreshesAndLoads) {
     Open();
-    const struct {
-        const char* what;
-        std::function<void()> act;
-        const char* order;   // Of the refreshed displays.
-        const char* sent;    // Bits that the device took in, "|" a rising LE.
-    } cases[] = {
-        {"check box, mouse", [&] { Click("chkPrgmBit(0)"); }, "RBP", "00000001|"},
-        {"check box, Space", [&] { KeyClick("chkPrgmBit(0)", Qt::Key_Space); }, "RBP", "00000000|"},
-        {"wide field goes one up", [&] { Click("chkPrgmBit(1)"); }, "RBP", "00101000|"},
-        {"spinner up", [&] { KeyClick("spnCntr(1)", Qt::Key_Up); }, "BRP", "00000010|"},
-        {"spinner down", [&] { KeyClick("spnCntr(1)", Qt::Key_Down); }, "BRP", "00000000|"},
-        {"spinner at 0 writes nothing", [&] { KeyClick("spnCntr(1)", Qt::Key_Down); }, "BRP", ""},
-        {"typed number", [&] { Enter("txtCntrVal(1)", "12"); }, "BRP", "00001100|"},
-        {"the same again goes out again", [&] { Enter("txtCntrVal(1)", "12"); }, "BRP", "00001100|"},
-        {"list", [&] { KeyClick("cmbBits(1)", Qt::Key_Down); }, "BRP", "00101001|"},
-        {"pin", [&] { Click("chkPrgmPin(0)"); }, "B", ""},
-    };
+    constexpr auto kBits = "registers bits plls ";
+    constexpr auto kOthers = "bits registers plls ";
+    // What is done, the displays that are refreshed, the bits that the device takes in.
+    const Cases<const char*, std::function<void()>, const char*, const char*> cases = {
+        {"check box, mouse", [&] { Click("chkPrgmBit(0)"); }, kBits, "00000001|"},
+        {"check box, Space", [&] { KeyClick("chkPrgmBit(0)", Qt::Key_Space); }, kBits, "00000000|"},
+        {"wide field goes one up", [&] { Click("chkPrgmBit(1)"); }, kBits, "00101000|"},
+        {"spinner up", [&] { KeyClick("spnCntr(1)", Qt::Key_Up); }, kOthers, "00000010|"},
+        {"spinner down", [&] { KeyClick("spnCntr(1)", Qt::Key_Down); }, kOthers, "00000000|"},
+        {"spinner at 0 writes nothing", [&] { KeyClick("spnCntr(1)", Qt::Key_Down); }, kOthers, ""},
+        {"typed number", [&] { EnterInto("txtCntrVal(1)", "12"); }, kOthers, "00001100|"},
+        {"the same again goes out again", [&] { EnterInto("txtCntrVal(1)", "12"); }, kOthers, "00001100|"},
+        {"list", [&] { KeyClick("cmbBits(1)", Qt::Key_Down); }, kOthers, "00101001|"}};
     for (const bool reload : {true, false}) {
         Child<QAction>("mnuAutoReloadChange")->setChecked(reload);
-        for (const auto& c : cases) {
-            RefreshLog log(port);
+        const auto acts = [&](const std::function<void()>& act) {
+            OrderDisplay log(port);
             part.UseDisplay(log);
-            c.act();
+            act();
             part.UseDisplay(Window());
-            EXPECT_EQ(log.order, c.order) << c.what;
-            const bool pin = c.sent == std::string() && std::string(c.what) == "pin";
-            const auto words = port.TakeWords();
-            EXPECT_EQ(Shifted(words), reload ? c.sent : "") << c.what << ", reload " << reload;
-            EXPECT_EQ(words.empty(), !reload || (!pin && c.sent == std::string())) << c.what;
-            if (pin && reload) {
-                EXPECT_EQ(words, std::vector<int>({0x008})) << "the pins' word alone";
-            }
             part.UpdateDisplays();
+            return log.Order();
+        };
+        for (const auto& [what, act, order, sent] : cases) {
+            SCOPED_TRACE(testing::Message() << what << ", reload " << reload);
+            EXPECT_EQ(acts(act), order + std::string(reload && *sent != '\0' ? "load " : ""));
+            EXPECT_EQ(Shifted(port.TakeWords()), reload ? sent : "");
         }
+        EXPECT_EQ(acts([&] { Click("chkPrgmPin(0)"); }), reload ? "bits load " : "bits ");
+        EXPECT_EQ(port.TakeWords(), reload ? std::vector<int>{0x008} : std::vector<int>()) << "the pins' word alone";
         // Back to the start: everything as it was sent.
         part.OutputPinValue(0);
         Register("A").Value(0);
@@ -250,7 +133,7 @@ TEST_F(BitsPageTest, NothingIsTakenForTheUsersWhileTheProgramChangesControls) {
     part.Updating(true);
     for (const char* control : {"chkPrgmBit(0)", "chkPrgmPin(0)"}) {
         Click(control);
-        EXPECT_FALSE(Child<QCheckBox>(control)->isChecked()) << control;
+        EXPECT_FALSE(Checked(control)) << control;
     }
     KeyClick("cmbBits(1)", Qt::Key_Down);
     EXPECT_EQ(Child<QComboBox>("cmbBits(1)")->currentIndex(), 0);
@@ -263,11 +146,7 @@ TEST_F(BitsPageTest, NothingIsTakenForTheUsersWhileTheProgramChangesControls) {
 
 TEST_F(BitsPageTest, TypedNumbersCountAtEnterAndSayWhatWasStored) {
     Open();
-    const struct {
-        const char* typed;
-        const char* shown;
-        const char* note;   // Part of the status bar's text.
-    } cases[] = {
+    const Cases<const char*, const char*, const char*> cases = {
         {"6", "6 kHz", ""},
         {"  8 kHz ", "8 kHz", ""},
         {"20kHz", "20 kHz", ""},
@@ -276,44 +155,35 @@ TEST_F(BitsPageTest, TypedNumbersCountAtEnterAndSayWhatWasStored) {
         {"-4", "0 kHz", "asked -4 kHz, stored 0 kHz"},
         {"4", "4 kHz", ""},
         {"5 MHz", "4 kHz", "'5 MHz' is no number: 'N' stays at 4 kHz"},
-        {"", "4 kHz", "is no number"},
-    };
-    for (const auto& c : cases) {
+        {"", "4 kHz", "is no number"}};
+    for (const auto& [typed, shown, note] : cases) {
         const double before = Register("A").Value();
-        Child<QLineEdit>("txtCntrVal(1)")->clear();
-        KeyClicks("txtCntrVal(1)", c.typed);
-        EXPECT_EQ(Register("A").Value(), before) << "taken before Enter: " << c.typed;
+        TypeInto("txtCntrVal(1)", typed);
+        EXPECT_EQ(Register("A").Value(), before) << "taken before Enter: " << typed;
         KeyClick("txtCntrVal(1)", Qt::Key_Enter);
-        EXPECT_EQ(CounterText(1), c.shown) << c.typed;
-        EXPECT_TRUE(*c.note == '\0' ? Note().isEmpty() : Note().contains(c.note))
-            << c.typed << ": " << Note().toStdString();
+        EXPECT_EQ(Text("txtCntrVal(1)"), shown) << typed;
+        EXPECT_TRUE(*note == '\0' ? Note().isEmpty() : Note().contains(note)) << typed << ": " << Note().toStdString();
     }
     KeyClick("txtCntrVal(1)", Qt::Key_Return);   // As it stands, units and all.
-    EXPECT_EQ(CounterText(1), "4 kHz");
+    EXPECT_EQ(Text("txtCntrVal(1)"), "4 kHz");
     EXPECT_EQ(Note(), "");
 }
 
 TEST_F(BitsPageTest, TheRightButtonGivesHelpAndChangesNothing) {
     Open();
-    const struct {
-        const char* control;
-        const char* text;
-    } cases[] = {
-        {"chkPrgmBit(0)", "Switches <b>on</b>"},
-        {"chkPrgmBit(1)", "No Description Available"},
-        {"txtCntrVal(1)", "Counts"},
-        {"cmbBits(1)", "No Description Available"},
-    };
-    for (const auto& c : cases) {
-        Answer<QMessageBox>([&](QMessageBox& box) {
-            EXPECT_EQ(box.text(), c.text);
+    for (const auto& [control, text] : Cases<const char*, const char*>{{"chkPrgmBit(0)", "Switches <b>on</b>"},
+                                                                       {"chkPrgmBit(1)", "No Description Available"},
+                                                                       {"txtCntrVal(1)", "Counts"},
+                                                                       {"cmbBits(1)", "No Description Available"}}) {
+        Answer<QMessageBox>([help = text](QMessageBox& box) {
+            EXPECT_EQ(box.text(), help);
             EXPECT_EQ(box.windowTitle(), "Help");
             box.button(QMessageBox::Ok)->click();
         });
-        Click(c.control, Qt::RightButton);
-        EXPECT_EQ(AnswersLeft(), 0U) << c.control;
+        Click(control, Qt::RightButton);
+        EXPECT_EQ(AnswersLeft(), 0U) << control;
     }
-    EXPECT_FALSE(Child<QCheckBox>("chkPrgmBit(0)")->isChecked());
+    EXPECT_FALSE(Checked("chkPrgmBit(0)"));
     EXPECT_TRUE(port.Writes().empty());
     EXPECT_EQ(Child("txtCntrVal(1)")->toolTip(), "Counts\n0 to 30 kHz in steps of 2 kHz");
     EXPECT_EQ(Child("chkPrgmBit(0)")->toolTip(), "<qt>Switches &lt;b&gt;on&lt;/b&gt;</qt>") << "no markup";
@@ -327,21 +197,17 @@ TEST_F(BitsPageTest, AnIndexThatAListRefusesIsReportedOnceAndTheOthersGoOn) {
     Open();
     cPrgmBits& gain = part.PrgmBits().At("GAIN");
     part.PrgmBits().At("MODE").BitValue(2);
-    const struct {
-        int bits;
-        bool message;
-    } steps[] = {{5, true}, {5, false}, {7, true}, {2, false}, {7, true}};
-    for (const auto& step : steps) {
-        gain.BitValue(step.bits);
+    for (const auto& [bits, message] : Cases<int, bool>{{5, true}, {5, false}, {7, true}, {2, false}, {7, true}}) {
+        gain.BitValue(bits);
         Window().Note({});
-        if (step.message) {
+        if (message) {
             AnswerMessageBox("Unable to set ListIndex");
         }
         part.UpdateBitDisplay();
-        const bool fits = step.bits < 3;
-        EXPECT_EQ(AnswersLeft(), 0U) << step.bits;
+        const bool fits = bits < 3;
+        EXPECT_EQ(AnswersLeft(), 0U) << bits;
         EXPECT_EQ(Note().contains("GAIN"), !fits) << Note().toStdString();
-        EXPECT_EQ(Child<QComboBox>("cmbBits(1)")->currentIndex(), fits ? step.bits : -1);
+        EXPECT_EQ(Child<QComboBox>("cmbBits(1)")->currentIndex(), fits ? bits : -1);
         EXPECT_EQ(Child<QComboBox>("cmbBits(2)")->currentIndex(), 2) << "the next list is still filled";
         EXPECT_FALSE(part.Updating());
     }
@@ -351,7 +217,7 @@ TEST_F(BitsPageTest, AFaultyFieldLeavesTheRestAlone) {
     Open();
     EXPECT_FALSE(Child("txtCntrVal(3)")->isEnabled());
     EXPECT_TRUE(Child("spnCntr(3)")->toolTip().contains("NOWHERE"));
-    EXPECT_EQ(CounterText(3), "?");
+    EXPECT_EQ(Text("txtCntrVal(3)"), "?");
     EXPECT_TRUE(Child("txtCntrVal(2)")->isEnabled());
     part.PrgmBits().At("LOST").Register("B");
     part.UpdateBitDisplay();
@@ -359,33 +225,32 @@ TEST_F(BitsPageTest, AFaultyFieldLeavesTheRestAlone) {
 
     Click("chkPrgmBit(2)");   // Its own bit changes, then its mirror field isn't found.
     EXPECT_TRUE(Note().contains("NOBODY")) << Note().toStdString();
-    EXPECT_TRUE(Child<QCheckBox>("chkPrgmBit(2)")->isChecked());
+    EXPECT_TRUE(Checked("chkPrgmBit(2)"));
     EXPECT_EQ(Shifted(port.TakeWords()), "10000000|");
 }
 
 TEST_F(BitsPageTest, PinsOnOneLineShowTheSameLevelAlsoWithoutFields) {
     Open();
     Click("chkPrgmPin(2)");
-    EXPECT_TRUE(Child<QCheckBox>("chkPrgmPin(0)")->isChecked());
+    EXPECT_TRUE(Checked("chkPrgmPin(0)"));
     Click("chkPrgmPin(0)");
-    EXPECT_FALSE(Child<QCheckBox>("chkPrgmPin(2)")->isChecked());
+    EXPECT_FALSE(Checked("chkPrgmPin(2)"));
 
     Page(0);
-    OpenPart("PINS", "[PINS]\nCOUNT=2\nNAME00=A\nNAME01=B\nENABLED01=TRUE\n");   // Both on the default line.
+    OpenPart("PINS", "[PINS]|COUNT=2|NAME00=A|NAME01=B|ENABLED01=TRUE|");   // Both on the default line.
     Page(kBitsPage);
-    EXPECT_TRUE(Child<QCheckBox>("chkPrgmPin(0)")->isChecked());
+    EXPECT_TRUE(Checked("chkPrgmPin(0)"));
     Click("chkPrgmPin(1)");
-    EXPECT_FALSE(Child<QCheckBox>("chkPrgmPin(0)")->isChecked());
+    EXPECT_FALSE(Checked("chkPrgmPin(0)"));
 }
 
 TEST_F(BitsPageTest, ThreeHundredFieldsAreReachedWithoutOverlap) {
-    std::string text = "[PINS]\nCOUNT=1\nNAME00=LAST\n[REGISTERS]\nCOUNT=1\nNAME00=A\n[BITS]\nCOUNT=300\n";
+    std::string text = "[PINS]|COUNT=1|NAME00=LAST|[REGISTERS]|COUNT=1|NAME00=A|[BITS]|COUNT=300|";
     const char* types[] = {"Bit", "Counter", "List"};
     for (int i = 0; i < 300; ++i) {
-        const std::string n = ItemNumber(i);
         const std::string name = "F" + std::to_string(i) + (i % 50 == 0 ? std::string(56, 'W') : "");
-        text += "NAME" + n + "=" + name + "\nREG" + n + "=A\nTYPE" + n + "=" + types[i % 3] + "\nDISPLAY" + n +
-                "=TRUE\nFRAME" + n + "=G" + std::to_string(i / 70) + "\nCOUNT" + n + "=2\n";
+        text += Item(i, "NAME=" + name + "|REG=A|TYPE=" + types[i % 3] + "|DISPLAY=TRUE|FRAME=G" +
+                            std::to_string(i / 70) + "|COUNT=2");
     }
     OpenPart("BIG", text);
     Page(kBitsPage);
@@ -395,24 +260,19 @@ TEST_F(BitsPageTest, ThreeHundredFieldsAreReachedWithoutOverlap) {
     for (const QSize size : {QSize(641, 427), QSize(1600, 1000)}) {
         Resize(size.width(), size.height());
         std::vector<QRect> taken;
-        int frames = 0;
-        for (const auto* frame : area->widget()->findChildren<QGroupBox*>(Qt::FindDirectChildrenOnly)) {
-            frames += frame->isHidden() ? 0 : 1;
-            for (const auto* control : frame->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-                if (!control->isHidden()) {
-                    EXPECT_TRUE(frame->rect().contains(control->geometry())) << control->objectName().toStdString();
-                    EXPECT_GE(control->width(), std::min(control->sizeHint().width(), control->minimumWidth()));
-                    taken.push_back(control->geometry().translated(frame->pos()));
-                }
+        for (const auto* control : area->widget()->findChildren<QWidget*>()) {
+            if (const auto* frame = qobject_cast<const QGroupBox*>(control->parentWidget());
+                frame != nullptr && !control->isHidden()) {
+                SCOPED_TRACE(control->objectName().toStdString());
+                const QRect place = control->geometry().translated(frame->pos());
+                EXPECT_TRUE(frame->rect().contains(control->geometry()) && area->widget()->rect().contains(place));
+                EXPECT_GE(control->width(), std::min(control->sizeHint().width(), control->minimumWidth()));
+                EXPECT_TRUE(std::none_of(taken.begin(), taken.end(),
+                                         [&](const QRect& other) { return other.intersects(place); }));
+                taken.push_back(place);
             }
         }
-        EXPECT_EQ(frames, 6);
         EXPECT_EQ(taken.size(), 300U + 100 * 2 + 100 + 1);   // The counters have three controls, the lists two.
-        for (std::size_t i = 0; i < taken.size(); ++i) {
-            EXPECT_TRUE(area->widget()->rect().contains(taken[i]));
-            EXPECT_TRUE(std::none_of(taken.begin(), taken.begin() + static_cast<std::ptrdiff_t>(i),
-                                     [&](const QRect& other) { return other.intersects(taken[i]); }));
-        }
         EXPECT_TRUE(bar->isVisible());
         EXPECT_FALSE(area->verticalScrollBar()->isVisible()) << "the columns end where the page ends";
         bar->setValue(bar->maximum());

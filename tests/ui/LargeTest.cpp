@@ -2,9 +2,7 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QTabBar>
-#include <algorithm>
 
-#include "core/Numbers.h"
 #include "ui/ConnectorShape.h"
 #include "ui/PLLDiagramItems.h"
 #include "ui/WindowFixture.h"
@@ -28,30 +26,29 @@ std::string LongName(const std::string& what, int number) {
 }
 
 std::string LargePart() {
-    std::string text = "[SETUP]\nREGISTER_LENGTH=53\n[REGISTERS]\nCOUNT=" + std::to_string(kRegisters) + '\n';
+    const auto section = [](const char* name, int count) {
+        return "[" + std::string(name) + "]|COUNT=" + std::to_string(count) + "|";
+    };
+    std::string text = "[SETUP]|REGISTER_LENGTH=53|" + section("REGISTERS", kRegisters);
     for (int i = 0; i < kRegisters; ++i) {
-        const std::string n = ItemNumber(i);
-        text += "NAME" + n + "=" + LongName("Register", i) + "\nMASK" + n + "=0\nVALUE" + n + "=0\n";
+        text += Item(i, "NAME=" + LongName("Register", i) + "|MASK=0|VALUE=0");
     }
-    text += "[PINS]\nCOUNT=" + std::to_string(kPins) + '\n';
+    text += section("PINS", kPins);
     for (int i = 0; i < kPins; ++i) {
-        text += "NAME" + ItemNumber(i) + "=" + LongName("Pin", i) + "\nBIT" + ItemNumber(i) + "=" +
-                std::to_string(i % 12) + '\n';
+        text += Item(i, "NAME=" + LongName("Pin", i) + "|LOCATION=" + std::to_string(i % 12));
     }
-    text += "[BITS]\nCOUNT=" + std::to_string(kFields) + '\n';
+    text += section("BITS", kFields);
     for (int i = 0; i < kFields; ++i) {
-        const std::string n = ItemNumber(i);
-        text += "NAME" + n + "=" + LongName("Field", i) + "\nREG" + n + "=" + LongName("Register", i % kRegisters) +
-                "\nPOS" + n + "=" + std::to_string(i / kRegisters * 3) + "\nLEN" + n + "=3\nDISPLAY" + n +
-                "=TRUE\nTYPE" + n + "=" + std::array{"Bit", "Counter", "List"}.at(static_cast<std::size_t>(i) % 3) +
-                "\nFRAME" + n + "=" + LongName("Frame", i / 40) + "\nCOUNT" + n + "=1\nFORMAT" + n + "=String\nVAL" +
-                n + "00=" + LongName("Entry", i) + '\n';
+        text += Item(i, "NAME=" + LongName("Field", i) + "|REG=" + LongName("Register", i % kRegisters) +
+                            "|POS=" + std::to_string(i / kRegisters * 3) + "|LEN=3|DISPLAY=TRUE|TYPE=" +
+                            std::array{"Bit", "Counter", "List"}.at(static_cast<std::size_t>(i) % 3) +
+                            "|FRAME=" + LongName("Frame", i / 40) + "|COUNT=1|FORMAT=String");
+        text += "VAL" + ItemNumber(i) + "00=" + LongName("Entry", i) + "|";
     }
-    text += "[PLLS]\nCOUNT=" + std::to_string(kPLLs) + '\n';
+    text += section("PLLS", kPLLs);
     for (int i = 0; i < kPLLs; ++i) {
-        text += "NAME" + ItemNumber(i) + "=" + LongName("PLL", i) + "\nN" + ItemNumber(i) + "=" +
-                LongName("Field", 3 * i + 1) + "\nNP" + ItemNumber(i) + "=" + LongName("Field", 3 * i + 2) + "\nR" +
-                ItemNumber(i) + "=" + LongName("Field", 3 * i + 31) + '\n';
+        text += Item(i, "NAME=" + LongName("PLL", i) + "|N=" + LongName("Field", 3 * i + 1) +
+                            "|NP=" + LongName("Field", 3 * i + 2) + "|R=" + LongName("Field", 3 * i + 31));
     }
     return text;
 }
@@ -86,7 +83,7 @@ protected:
     void SetUp() override {
         std::string settings = "[MENUFRACPLL]\nCOUNT=" + std::to_string(kDevices) + '\n';
         for (int i = 0; i < kDevices; ++i) {
-            settings += "ITEM" + ItemNumber(i) + "=" + LongName("DEVICE", i) + '\n';
+            settings += Item(i, "ITEM=" + LongName("DEVICE", i));
         }
         folder.File("tarnwick.ini", settings);
     }

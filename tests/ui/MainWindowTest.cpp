@@ -1,32 +1,22 @@
 #include <QInputDialog>
 #include <QPlainTextEdit>
-#include <QToolButton>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "burst/cBurst.h"
+#include "support/TextTable.h"
 #include "ui/WindowFixture.h"
 
 namespace {
 
 constexpr auto kOneRegister =
-    "[SETUP]\nREGISTER_LENGTH=8\nVERSION=1.7\n[REGISTERS]\nCOUNT=1\nNAME00=A\nMASK00=0\nVALUE00=165\n";
-
-std::string Contents(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
+    "[SETUP]|REGISTER_LENGTH=8|VERSION=1.7|[REGISTERS]|COUNT=1|NAME00=A|MASK00=0|VALUE00=165|";
 
 class MainWindow : public WindowFixture {
 protected:
     QAction* Item(const QString& name) { return Child<QAction>(name); }
-    QString Note() { return Window().Status().NoteText(); }
     QString Captions(const QString& array, int count) {
         QStringList captions;
         for (int i = 0; i < count; ++i) {
-            captions << Item(QStringLiteral("%1(%2)").arg(array).arg(i))->text();
+            captions << Item(Member(array, i))->text();
         }
         return captions.join(QLatin1Char(' '));
     }
@@ -41,29 +31,15 @@ TEST_F(MainWindow, StartsEmptyWithMenusFromTheSettingsFile) {
     EXPECT_EQ(Window().Pages().count(), 5);
     EXPECT_EQ(Captions("mnuSingQRVxxxx", 2), "ONE R&&D") << "a device's name is no mnemonic";
     EXPECT_EQ(Captions("mnuRecent", 7), "ONE .......... .......... .......... .......... .......... LAST");
-    const struct {
-        const char* item;
-        bool visible;
-        bool checked;
-        const char* shortcut;
-    } items[] = {
-        {"mnuQRVxxxx(0)", false, false, ""},
-        {"mnuVCO", false, false, ""},
-        {"mnuSingPLL", true, false, ""},
-        {"mnuEngineering", false, false, ""},
-        {"mnuMode(0)", false, false, ""},
-        {"mnuNoCheck", true, false, ""},
-        {"mnuAutoReload", true, false, "Ctrl+A"},
-        {"mnuAutoReloadChange", true, true, "Ctrl+W"},
-        {"mnuSaveDeviceSettings", true, true, ""},
-        {"mnuIncFrac(0)", true, false, "F6"},
-        {"mnuNDec", true, false, "F1"},
-        {"mnuLoadPLL(0)", true, false, "Ctrl+L"},
-    };
-    for (const auto& c : items) {
-        EXPECT_EQ(Item(c.item)->isVisible(), c.visible) << c.item;
-        EXPECT_EQ(Item(c.item)->isChecked(), c.checked) << c.item;
-        EXPECT_EQ(Item(c.item)->shortcut(), QKeySequence(QString::fromLatin1(c.shortcut))) << c.item;
+    // An item, whether it is visible and checked, and its short-cut.
+    for (const TextRow& row : TextTable(R"(mnuQRVxxxx(0) hidden '';  mnuVCO hidden '';  mnuSingPLL visible ''
+        mnuEngineering hidden '';  mnuMode(0) hidden '';  mnuNoCheck visible '';  mnuAutoReload visible Ctrl+A
+        mnuAutoReloadChange checked Ctrl+W;  mnuSaveDeviceSettings checked '';  mnuIncFrac(0) visible F6
+        mnuNDec visible F1;  mnuLoadPLL(0) visible Ctrl+L)")) {
+        QAction* item = Item(QString::fromStdString(row[0]));
+        EXPECT_EQ(item->isVisible(), row[1] != "hidden") << row[0];
+        EXPECT_EQ(item->isChecked(), row[1] == "checked") << row[0];
+        EXPECT_EQ(item->shortcut().toString().toStdString(), row[2]) << row[0];
     }
 }
 
@@ -76,14 +52,14 @@ TEST_F(MainWindow, SaysThatTheSettingsFileIsMissing) {
 TEST_F(MainWindow, PickingADeviceKeepsTheRecentListAndTheOldDevicesSettings) {
     folder.File("tarnwick.ini",
                 "[MENUSINGPLL]\nCOUNT=2\nITEM00=ONE\nITEM01=TWO\n[RECENTPARTS]\nCOUNT=2\nITEM00=OLD\nITEM01=TWO\n");
-    const std::string one = WritePart("ONE", kOneRegister);
+    WritePart("ONE", kOneRegister);
     WritePart("TWO", kOneRegister);
     Window();
     Item("mnuDualCheck")->setChecked(true);
     Choose("mnuSingQRVxxxx(0)");
     EXPECT_EQ(Window().windowTitle(), "ONE");
     EXPECT_EQ(Window().txtINIVersion, "1.7");
-    EXPECT_TRUE(Item("mnuNoCheck")->isChecked() && !Item("mnuDualCheck")->isChecked());
+    EXPECT_TRUE(Checked("mnuNoCheck") && !Checked("mnuDualCheck"));
     EXPECT_EQ(Captions("mnuRecent", 3), "ONE OLD ....");
     EXPECT_TRUE(Shown("cmdLoop")) << "a device of a family shows the burst controls";
 
@@ -92,20 +68,20 @@ TEST_F(MainWindow, PickingADeviceKeepsTheRecentListAndTheOldDevicesSettings) {
     EXPECT_EQ(Register("A").Value(), 90);
     Register("A").Value(91);
     Item("mnuSaveDeviceSettings")->setChecked(false);
-    const std::string before = Contents(one);
+    const std::string before = folder.Read("ONE.ini");
     Item("mnuDualCheck")->setChecked(true);
     Choose("mnuRecent(1)");
     EXPECT_EQ(Window().windowTitle(), "OLD") << "a recent device without a file comes up empty";
-    EXPECT_EQ(Contents(one), before) << "the setting is off: not a byte changes";
-    EXPECT_TRUE(Item("mnuDualCheck")->isChecked()) << "a recent device leaves the check as it is";
+    EXPECT_EQ(folder.Read("ONE.ini"), before) << "the setting is off: not a byte changes";
+    EXPECT_TRUE(Checked("mnuDualCheck")) << "a recent device leaves the check as it is";
     EXPECT_EQ(Captions("mnuRecent", 2), "ONE OLD") << "nor does it move up";
-    EXPECT_NE(Contents(folder.Path("tarnwick.ini")).find("ITEM00=ONE"), std::string::npos);
+    EXPECT_NE(folder.Read("tarnwick.ini").find("ITEM00=ONE"), std::string::npos);
 }
 
 TEST_F(MainWindow, CountsProblemsAndListsThemOnAClick) {
-    OpenPart("BAD", "[SETUP]\nREGISTER_LENGTH=many\n[REGISTERS]\nCOUNT=2\nNAME00=A\nNAME01=A\n");
+    OpenPart("BAD", "[SETUP]|REGISTER_LENGTH=many|[REGISTERS]|COUNT=2|NAME00=A|NAME01=A|");
     EXPECT_TRUE(Shown("staProblems"));
-    EXPECT_TRUE(Child<QToolButton>("staProblems")->text().contains("2 problems"));
+    EXPECT_TRUE(Text("staProblems").contains("2 problems"));
     Click("staProblems");
     const QString list = Child<QPlainTextEdit>("frmProblemsText")->toPlainText();
     EXPECT_TRUE(list.contains("BAD.ini:2: error: [SETUP] REGISTER_LENGTH")) << list.toStdString();
@@ -138,7 +114,7 @@ TEST_F(MainWindow, ModesAreAddedAndRestored) {
     Choose("mnuMode(0)");
     EXPECT_EQ(Register("A").Value(), 165);
     EXPECT_TRUE(port.Writes().empty()) << "a mode is restored, not loaded";
-    EXPECT_EQ(Child<QLineEdit>("txtRegBits(0)")->text().remove(' '), "10100101");
+    EXPECT_EQ(Text("txtRegBits(0)").remove(' '), "10100101");
     SelectDevice("ONE");
     EXPECT_EQ(Captions("mnuMode", 2), "Low && slow Fast") << "read back from the part file";
     OpenPart("TWO", kOneRegister);
@@ -148,7 +124,7 @@ TEST_F(MainWindow, ModesAreAddedAndRestored) {
 
 TEST_F(MainWindow, ClosesByItsRules) {
     folder.File("tarnwick.ini", "");
-    const std::string path = WritePart("ONE", kOneRegister);
+    WritePart("ONE", kOneRegister);
     SelectDevice("ONE", "SingleInteger");
     Register("A").Value(7);
     Window().bOLEServer = true;
@@ -163,13 +139,12 @@ TEST_F(MainWindow, ClosesByItsRules) {
     EXPECT_TRUE(Window().isVisible());
     EXPECT_TRUE(Window().close());
     EXPECT_EQ(part.ID(), "");
-    EXPECT_NE(Contents(path).find("VALUE00=7"), std::string::npos) << "closing saves as a device change does";
+    EXPECT_NE(folder.Read("ONE.ini").find("VALUE00=7"), std::string::npos) << "closing saves as a device change does";
 }
 
 TEST_F(MainWindow, AutoReloadRunsByItsMark) {
     OpenPart("ONE", kOneRegister);
-    auto* timer = Window().findChild<QTimer*>("tmrAutoReload");
-    ASSERT_NE(timer, nullptr);
+    auto* timer = Child<QTimer>("tmrAutoReload");
     EXPECT_FALSE(timer->isActive());
     EXPECT_EQ(timer->interval(), 10000);
     Choose("mnuAutoReload");
@@ -182,7 +157,7 @@ TEST_F(MainWindow, AutoReloadRunsByItsMark) {
     EXPECT_FALSE(timer->isActive());
     part.Updating(true);
     Choose("mnuAutoReload");
-    EXPECT_FALSE(Item("mnuAutoReload")->isChecked()) << "while the program updates, a click does nothing";
+    EXPECT_FALSE(Checked("mnuAutoReload")) << "while the program updates, a click does nothing";
 }
 
 TEST_F(MainWindow, TellsWhatCouldNotBeSaved) {

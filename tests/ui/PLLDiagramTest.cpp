@@ -1,7 +1,6 @@
 #include <QLabel>
-#include <QLineEdit>
-#include <array>
 
+#include "support/Cases.h"
 #include "ui/PLLDiagramItems.h"
 #include "ui/WindowFixture.h"
 
@@ -14,23 +13,18 @@ protected:
     }
     ~PLLDiagramTest() override { QApplication::setFont(usual_); }
 
-    template <class Control>
-    Control* Member(const char* array, int index) {
-        return Child<Control>(QStringLiteral("%1(%2)").arg(array).arg(index));
-    }
-
     /// Where one diagram has lines and boxes that no label may touch.
     std::vector<QRect> Taken(int loop) {
         std::vector<QRect> taken;
         for (int k = 0; k < 19; ++k) {
-            const auto* line = Member<DiagramLine>("linPLL", loop * 19 + k);
+            const auto* line = Child<DiagramLine>(Member("linPLL", loop * 19 + k));
             EXPECT_TRUE(line->Start().x() == line->End().x() || line->Start().y() == line->End().y()) << k;
             if (!line->isHidden()) {
                 taken.push_back(QRect(line->Start(), line->End()).normalized().adjusted(-1, -1, 1, 1));
             }
         }
         for (const char* box : {"txtOsc", "txtFpd", "txtVCO", "txtRCounter", "txtNCounter", "txtFractNum"}) {
-            const auto* edit = Member<QLineEdit>(box, loop);
+            const auto* edit = Child<QLineEdit>(Member(box, loop));
             taken.push_back(edit->geometry());
             EXPECT_GE(edit->height(), edit->sizeHint().height()) << box;
             EXPECT_GE(edit->width() - 8, edit->fontMetrics().horizontalAdvance("303.030303030303")) << box;
@@ -63,7 +57,7 @@ TEST_F(PLLDiagramTest, NothingIsCutOrTouchedInAnyFont) {
             for (int loop = 0; loop < 3; ++loop) {
                 const auto taken = Taken(loop);
                 for (int k = 0; k < 22; ++k) {
-                    CheckLabel(*Member<QLabel>("lblPLL", loop * 22 + k), taken);
+                    CheckLabel(*Child<QLabel>(Member("lblPLL", loop * 22 + k)), taken);
                 }
             }
         }
@@ -71,7 +65,7 @@ TEST_F(PLLDiagramTest, NothingIsCutOrTouchedInAnyFont) {
 }
 
 TEST_F(PLLDiagramTest, BlocksThatTheDeviceLacksAreBridged) {
-    const auto line = [&](int member) { return Member<DiagramLine>("linPLL", member); };
+    const auto line = [&](int member) { return Child<DiagramLine>(Member("linPLL", member)); };
     // No R prescaler anywhere: from the oscillator straight to where the line into the counter begins.
     EXPECT_EQ(line(0)->End(), line(1)->Start());
     EXPECT_EQ(line(0)->Head(), DiagramLine::Arrow::None);
@@ -79,13 +73,11 @@ TEST_F(PLLDiagramTest, BlocksThatTheDeviceLacksAreBridged) {
     EXPECT_EQ(line(13)->Head(), DiagramLine::Arrow::AtStart);
     EXPECT_LT(line(13)->Start().x(), line(14)->Start().x());
     EXPECT_EQ(line(38 + 13)->Start(), line(38 + 14)->Start());
-    const struct {
-        const char* name;
-        bool shown;
-    } kMembers[] = {{"shpPLL(3)", true},   {"lblPLL(7)", true},   {"shpPLL(2)", false},  {"lblPLL(6)", false},
-                    {"shpPLL(21)", false}, {"lblPLL(51)", false}, {"linPLL(18)", true},  {"lblPLL(21)", true},
-                    {"linPLL(37)", false}, {"lblPLL(43)", false}, {"lblPLL(14)", false}, {"shpPLL(26)", true}};
-    for (const auto& [name, shown] : kMembers) {
+    const Cases<const char*, bool> cases = {{"shpPLL(3)", true},   {"lblPLL(7)", true},   {"shpPLL(2)", false},
+                                            {"lblPLL(6)", false},  {"shpPLL(21)", false}, {"lblPLL(51)", false},
+                                            {"linPLL(18)", true},  {"lblPLL(21)", true},  {"linPLL(37)", false},
+                                            {"lblPLL(43)", false}, {"lblPLL(14)", false}, {"shpPLL(26)", true}};
+    for (const auto& [name, shown] : cases) {
         EXPECT_EQ(Shown(name), shown) << name;
     }
     EXPECT_FALSE(Has("linPLL(57)") || Has("shpPLL(27)") || Has("lblPLL(66)")) << "three diagrams, not more";

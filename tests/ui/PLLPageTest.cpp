@@ -1,11 +1,9 @@
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenuBar>
 #include <QTabBar>
-#include <QToolButton>
-#include <functional>
 
+#include "support/Cases.h"
 #include "support/TestPart.h"
+#include "support/TextTable.h"
 #include "ui/Spinner.h"
 #include "ui/WindowFixture.h"
 
@@ -15,63 +13,28 @@ constexpr std::array kRegisters{"", "N1", "R1", "F1", "C1", "N2", "R2", "N3", "R
 constexpr std::array kBoxes{"txtOsc", "txtFpd", "txtVCO", "txtRCounter", "txtNCounter", "txtFractNum", "txtFractDen"};
 constexpr auto kStart = "10 100 1000 100 10000 0 4";
 
-struct Field {
-    const char* name;
-    int reg;   ///< Counted from 1.
-    int position;
-    int length;
-    QStringList texts = {};
-};
-
 /// Three loops at 10 MHz, R 100, N 10000: the first fractional, over 4, with both prescalers; the second an integer
 /// loop with an N prescaler; the third bare. Bits 16 up of each register hold its number, so that what goes to the
 /// port tells which register it is.
-QString ThreeLoops() {
-    const std::array kContents{10000, 100, 4 << 8, 0, 10000, 100, 10000, 100};
-    const std::vector<Field> fields{{"N1", 1, 0, 16},
-                                    {"R1", 2, 0, 14},
-                                    {"NUM", 3, 0, 8},
-                                    {"DEN", 3, 8, 8},
-                                    {"POL", 4, 0, 1, {"-", "+"}},
-                                    {"ICP", 4, 1, 1, {"LOW", "HIGH"}},
-                                    {"TRI", 4, 2, 1, {"Active", "Tristate"}},
-                                    {"NP1", 4, 3, 1, {"32", "64"}},
-                                    {"RP1", 4, 4, 1, {"1", "2"}},
-                                    {"N2", 5, 0, 16},
-                                    {"R2", 6, 0, 14},
-                                    {"NP2", 6, 14, 2, {"32", "30", "0", "8/9"}},
-                                    {"N3", 7, 0, 16},
-                                    {"R3", 8, 0, 14}};
-    QString text =
-        "[SETUP]\nREGISTER_LENGTH=20\nCONTROL_LENGTH=0\nADDRESS=&H378\nCLOCK=1\nDATA=2\nLE=4\n"
-        "[REGISTERS]\nCOUNT=8\n";
-    for (int i = 0; i < 8; ++i) {
-        const int value = (i + 1) << 16 | kContents.at(static_cast<std::size_t>(i));
-        text += QString("NAME0%1=%2\nMASK0%1=0\nVALUE0%1=%3\n")
-                    .arg(i)
-                    .arg(kRegisters.at(static_cast<std::size_t>(i) + 1))
-                    .arg(value);
-    }
-    text += QString("[BITS]\nCOUNT=%1\nMINIMUMVALUE00=20\n").arg(fields.size());
-    for (int i = 0; const auto& [name, reg, position, length, texts] : fields) {
-        const QString n = QString("%1").arg(i++, 2, 10, QChar('0'));
-        text += QString("NAME%1=%2\nREG%1=%3\nPOS%1=%4\nLEN%1=%5\n")
-                    .arg(n, name, kRegisters.at(static_cast<std::size_t>(reg)))
-                    .arg(position)
-                    .arg(length);
-        text += texts.isEmpty() ? QString() : QString("COUNT%1=%2\nFORMAT%1=String\n").arg(n).arg(texts.size());
-        for (int k = 0; k < texts.size(); ++k) {
-            text += QString("VAL%1%2=%3\n").arg(n).arg(k, 2, 10, QChar('0')).arg(texts[k]);
-        }
-    }
-    return text +
-           "[PLLS]\nCOUNT=3\nNAME00=RF\nN00=N1\nR00=R1\nPD00=POL\nIPO00=ICP\nTRI00=TRI\nNP00=NP1\nRP00=RP1\n"
-           "FRACTNUM00=NUM\nFRACTDEN00=DEN\nNAME01=IF\nN01=N2\nR01=R2\nNP01=NP2\nNAME02=LO\nN02=N3\nR02=R3\n";
-}
-
-QString Member(const QString& array, int index) {
-    return QStringLiteral("%1(%2)").arg(array).arg(index);
-}
+constexpr auto kThreeLoops = R"([SETUP]|REGISTER_LENGTH=20|CONTROL_LENGTH=0|ADDRESS=&H378|CLOCK=1|DATA=2|LE=4
+[REGISTERS]|COUNT=8
+NAME00=N1|MASK00=0|VALUE00=&H12710|NAME01=R1|MASK01=0|VALUE01=&H20064|NAME02=F1|MASK02=0|VALUE02=&H30400
+NAME03=C1|MASK03=0|VALUE03=&H40000|NAME04=N2|MASK04=0|VALUE04=&H52710|NAME05=R2|MASK05=0|VALUE05=&H60064
+NAME06=N3|MASK06=0|VALUE06=&H72710|NAME07=R3|MASK07=0|VALUE07=&H80064
+[BITS]|COUNT=14
+NAME00=N1|REG00=N1|POS00=0|LEN00=16|MINIMUMVALUE00=20|NAME01=R1|REG01=R1|POS01=0|LEN01=14
+NAME02=NUM|REG02=F1|POS02=0|LEN02=8|NAME03=DEN|REG03=F1|POS03=8|LEN03=8
+NAME04=POL|REG04=C1|POS04=0|COUNT04=2|VAL0400=-|VAL0401=+
+NAME05=ICP|REG05=C1|POS05=1|COUNT05=2|VAL0500=LOW|VAL0501=HIGH
+NAME06=TRI|REG06=C1|POS06=2|COUNT06=2|VAL0600=Active|VAL0601=Tristate
+NAME07=NP1|REG07=C1|POS07=3|COUNT07=2|VAL0700=32|VAL0701=64
+NAME08=RP1|REG08=C1|POS08=4|COUNT08=2|VAL0800=1|VAL0801=2
+NAME09=N2|REG09=N2|POS09=0|LEN09=16|NAME10=R2|REG10=R2|POS10=0|LEN10=14
+NAME11=NP2|REG11=R2|POS11=14|LEN11=2|COUNT11=4|VAL1100=32|VAL1101=30|VAL1102=0|VAL1103=8/9
+NAME12=N3|REG12=N3|POS12=0|LEN12=16|NAME13=R3|REG13=R3|POS13=0|LEN13=14
+[PLLS]|COUNT=3|NAME00=RF|N00=N1|R00=R1|PD00=POL|IPO00=ICP|TRI00=TRI|NP00=NP1|RP00=RP1|FRACTNUM00=NUM|FRACTDEN00=DEN
+NAME01=IF|N01=N2|R01=R2|NP01=NP2|NAME02=LO|N02=N3|R02=R3
+)";
 
 }   // namespace
 
@@ -80,15 +43,12 @@ protected:
     /// All registers sent, page of the loop current, no prescaler check.
     void Open(int loop) {
         Child<QAction>("mnuSaveDeviceSettings")->setChecked(false);
-        OpenPart("THREE", ThreeLoops().toStdString());
+        OpenPart("THREE", kThreeLoops);
         Choose("mnuNoCheck");
         part.LoadChanges();
         Page(4 + loop);
         port.Clear();
     }
-
-    QString Text(const QString& name) { return Child<QLineEdit>(name)->text(); }
-    QString Label(const QString& name) { return Child<QLabel>(name)->text(); }
 
     /// What the boxes of a loop show: reference, phase detector, VCO, R, N and, on a fractional loop, the fraction.
     QString Shows(int loop) {
@@ -113,10 +73,8 @@ protected:
 
     /// Puts the caret in a box without a move that counts, and types over what it holds.
     void TypeInto(const QString& box, const QString& text) {
-        auto* edit = Child<QLineEdit>(box);
-        edit->setFocus(Qt::OtherFocusReason);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
+        Child(box)->setFocus(Qt::OtherFocusReason);
+        WindowFixture::TypeInto(box, text);
     }
 
     void EnterInto(const QString& box, const QString& text) {
@@ -134,103 +92,75 @@ protected:
 };
 
 TEST_F(PLLPageTest, AnEntryShowsWhatTheLoopReallyDoes) {
-    const struct {
-        int loop;
-        const char* box;
-        const char* typed;
-        const char* shows;
-    } kCases[] = {
-        {0, "txtVCO", "1000.25", "10 100 1000.25 100 10002.5 2 4"},
-        {1, "txtVCO", "1000.25", "10 100 1000.2 100 10002"},
-        {1, "txtVCO", "1000.06", "10 100 1000.1 100 10001"},
-        {1, "txtVCO", "  1e3 ", "10 100 1000 100 10000"},
-        {0, "txtVCO", "1,000.5", kStart},
-        {0, "txtVCO", "", kStart},
-        {0, "txtVCO", "1", "10 100 2.1 100 21 4 4"},
-        {1, "txtVCO", "1e300", "10 100 100 100 1000"},
-        {1, "txtFpd", "300", "10 303.030303030303 3030.30303030303 33 10000"},
-        {1, "txtFpd", "0", "10 100 1000 100 10000"},
-        {0, "txtOsc", "-10", kStart},
-        {0, "txtOsc", " 20 ", "20 200 2000 100 10000 0 4"},
-        {1, "txtOsc", "0", "0.000001 0.00001 0.0001 100 10000"},
-        {1, "txtRCounter", "50", "10 200 2000 50 10000"},
-        {1, "txtNCounter", "10000.7", "10 100 1000.1 100 10001"},
-        {0, "txtNCounter", "10001.5", "10 100 1000.15 100 10001.5 2 4"},
-        {0, "txtFractNum", "7", "10 100 1000.175 100 10001.75 7 4"},
-        {0, "txtFractNum", "300", "10 100 1006.375 100 10063.75 255 4"},
-        {0, "txtFractDen", "0", "10 100 1000 100 10000 0 0"},
-    };
-    for (const auto& [loop, box, typed, shows] : kCases) {
+    // The loop, its box and what is typed; what the boxes show then.
+    for (const TextRow& row : TextTable(R"(
+        0 txtVCO 1000.25 '10 100 1000.25 100 10002.5 2 4';  1 txtVCO 1000.25 '10 100 1000.2 100 10002'
+        1 txtVCO 1000.06 '10 100 1000.1 100 10001';  1 txtVCO '  1e3 ' '10 100 1000 100 10000'
+        0 txtVCO 1,000.5 '10 100 1000 100 10000 0 4';  0 txtVCO '' '10 100 1000 100 10000 0 4'
+        0 txtVCO 1 '10 100 2.1 100 21 4 4';  1 txtVCO 1e300 '10 100 100 100 1000'
+        1 txtFpd 300 '10 303.030303030303 3030.30303030303 33 10000';  1 txtFpd 0 '10 100 1000 100 10000'
+        0 txtOsc -10 '10 100 1000 100 10000 0 4';  0 txtOsc ' 20 ' '20 200 2000 100 10000 0 4'
+        1 txtOsc 0 '0.000001 0.00001 0.0001 100 10000';  1 txtRCounter 50 '10 200 2000 50 10000'
+        1 txtNCounter 10000.7 '10 100 1000.1 100 10001';  0 txtNCounter 10001.5 '10 100 1000.15 100 10001.5 2 4'
+        0 txtFractNum 7 '10 100 1000.175 100 10001.75 7 4';  0 txtFractNum 300 '10 100 1006.375 100 10063.75 255 4'
+        0 txtFractDen 0 '10 100 1000 100 10000 0 0')")) {
+        const int loop = CellShort(row[0]);
+        const QString box = Member(QString::fromStdString(row[1]), loop);
         for (const auto key : {Qt::Key_Return, Qt::Key_Tab}) {
-            SCOPED_TRACE(testing::Message() << box << " \"" << typed << "\" key " << key);
+            SCOPED_TRACE(testing::Message() << row[1] << " \"" << row[2] << "\" key " << key);
             Open(loop);
-            TypeInto(Member(box, loop), typed);
+            TypeInto(box, QString::fromStdString(row[2]));
             KeyClick(key);
-            EXPECT_EQ(Shows(loop), shows);
-            EXPECT_EQ(FocusName() == Member(box, loop), key == Qt::Key_Return);
+            EXPECT_EQ(Shows(loop).toStdString(), row[3]);
+            EXPECT_EQ(FocusName() == box, key == Qt::Key_Return);
         }
     }
 }
 
-TEST_F(PLLPageTest, LeavingWhatNobodyTypedMovesNothing) {
-    Open(0);
-    EnterInto("txtVCO(0)", "1000.05");   // 10000.5: read back and split anew a trace could be lost.
-    EnterInto("txtFpd(0)", "300");
-    const QString shown = Shows(0);
-    EXPECT_EQ(shown, "10 303.030303030303 3030.45454545455 33 10000.5 2 4");
-    for (int i = 0; i < 40; ++i) {   // Round the whole page, over every box, spinner and label.
-        KeyClick(Qt::Key_Tab);
-    }
-    EXPECT_EQ(Shows(0), shown);
-}
-
 TEST_F(PLLPageTest, EverySourceLoadsByItsOwnRule) {
     const auto leave = [&](const char* box) { Focus(box), KeyClick(Qt::Key_Tab); };
-    const struct {
-        const char* what;
-        std::function<void()> act;
-        const char* sent;
-        bool always = true;   ///< Or only with the automatic reload of changes.
-    } kCases[] = {
-        {"txtOsc Enter", [&] { EnterInto("txtOsc(0)", "20"); }, "R3", false},
-        {"txtOsc left", [&] { leave("txtOsc(0)"); }, "R3", false},
-        {"txtOsc letters", [&] { EnterInto("txtOsc(0)", "x"); }, "R3", false},
-        {"txtVCO Enter", [&] { EnterInto("txtVCO(0)", "1001"); }, "N1 F1 R3", false},
-        {"txtVCO letters", [&] { EnterInto("txtVCO(0)", "abc"); }, "R3", false},
-        {"txtVCO left", [&] { leave("txtVCO(0)"); }, "N1 F1 R3"},
-        {"txtVCO left by a click", [&] { Focus("txtVCO(0)"), Click("txtOsc(0)"); }, "N1 F1 R3"},
-        {"txtFpd Enter", [&] { EnterInto("txtFpd(0)", "300"); }, "R1 R3"},
-        {"txtFpd letters", [&] { EnterInto("txtFpd(0)", "?"); }, "R3"},
-        {"txtFpd left", [&] { leave("txtFpd(0)"); }, "R1 R3"},
-        {"txtRCounter Enter", [&] { EnterInto("txtRCounter(0)", "9"); }, "R1 R3"},
-        {"txtRCounter left", [&] { leave("txtRCounter(0)"); }, "R1 R3"},
-        {"txtNCounter Enter", [&] { EnterInto("txtNCounter(1)", "9"); }, "N2 R3"},
-        {"txtNCounter left, fractional", [&] { leave("txtNCounter(0)"); }, "R3"},
-        {"txtFractNum Enter", [&] { EnterInto("txtFractNum(0)", "1"); }, "F1 R3"},
-        {"txtFractNum left", [&] { leave("txtFractNum(0)"); }, "F1 R3"},
-        {"txtFractDen left", [&] { leave("txtFractDen(0)"); }, "F1 R3"},
-        {"spnRCounter", [&] { Press("spnRCounter(0)", true); }, "R1 R3"},
-        {"SpnFpd", [&] { Press("SpnFpd(0)", false); }, "R1 R3"},
-        {"spnNCounter", [&] { Press("spnNCounter(0)", true); }, "N1 F1 R3"},
-        {"SpnFractNum", [&] { Press("SpnFractNum(0)", true); }, "F1 R3"},
-        {"spnFractDen", [&] { Press("spnFractDen(0)", false); }, "F1 R3"},
-        {"lblPDPol", [&] { Click("lblPDPol(0)"); }, "C1 R3"},
-        {"lblCPGain", [&] { KeyClick("lblCPGain(0)", Qt::Key_Space); }, "C1 R3"},
-        {"lblCPState", [&] { KeyClick("lblCPState(0)", Qt::Key_Return); }, "C1 R3"},
-        {"lblNPrescale", [&] { Click("lblNPrescale(0)"); }, "C1 R3"},
-        {"lblRPrescale", [&] { Click("lblRPrescale(0)"); }, "C1 R3"},
-        {"lblRPrescale, right button", [&] { Click("lblRPrescale(0)", Qt::RightButton); }, ""},
-        {"lblPDPol without a field", [&] { Click("lblPDPol(1)"); }, ""},
-        {"F2", [&] { KeyClick(Qt::Key_F2); }, "N1 F1 R3"},
-        {"F3", [&] { KeyClick(Qt::Key_F3); }, "N1 F1 R3"},
-        {"F5", [&] { KeyClick(Qt::Key_F5); }, "R3"},
-        {"F6", [&] { KeyClick(Qt::Key_F6); }, "F1 R3"},
-        {"Ctrl+F", [&] { KeyClick(Qt::Key_F, Qt::ControlModifier); }, "N1 F1 R3"},
-        {"Ctrl+C", [&] { KeyClick(Qt::Key_C, Qt::ControlModifier); }, "R1 R3"},
-        {"Ctrl+X", [&] { KeyClick(Qt::Key_X, Qt::ControlModifier); }, "R3"},
-        {"Ctrl+L", [&] { KeyClick(Qt::Key_L, Qt::ControlModifier); }, "N1 R1 F1 C1 N2 R2 N3 R3"},
-    };
-    for (const auto& [what, act, sent, always] : kCases) {
+    // What is done, what is sent, and whether always or only with the automatic reload of changes.
+    constexpr bool kAlways = true;
+    constexpr bool kIfReloading = false;
+    const Cases<const char*, std::function<void()>, const char*, bool> cases = {
+        {"txtOsc Enter", [&] { EnterInto("txtOsc(0)", "20"); }, "R3", kIfReloading},
+        {"txtOsc left", [&] { leave("txtOsc(0)"); }, "R3", kIfReloading},
+        {"txtOsc letters", [&] { EnterInto("txtOsc(0)", "x"); }, "R3", kIfReloading},
+        {"txtVCO Enter", [&] { EnterInto("txtVCO(0)", "1001"); }, "N1 F1 R3", kIfReloading},
+        {"txtVCO letters", [&] { EnterInto("txtVCO(0)", "abc"); }, "R3", kIfReloading},
+        {"txtVCO left", [&] { leave("txtVCO(0)"); }, "N1 F1 R3", kAlways},
+        {"txtVCO left by a click", [&] { Focus("txtVCO(0)"), Click("txtOsc(0)"); }, "N1 F1 R3", kAlways},
+        {"txtFpd Enter", [&] { EnterInto("txtFpd(0)", "300"); }, "R1 R3", kAlways},
+        {"txtFpd letters", [&] { EnterInto("txtFpd(0)", "?"); }, "R3", kAlways},
+        {"txtFpd left", [&] { leave("txtFpd(0)"); }, "R1 R3", kAlways},
+        {"txtRCounter Enter", [&] { EnterInto("txtRCounter(0)", "9"); }, "R1 R3", kAlways},
+        {"txtRCounter left", [&] { leave("txtRCounter(0)"); }, "R1 R3", kAlways},
+        {"txtNCounter Enter", [&] { EnterInto("txtNCounter(1)", "9"); }, "N2 R3", kAlways},
+        {"txtNCounter left, fractional", [&] { leave("txtNCounter(0)"); }, "R3", kAlways},
+        {"txtFractNum Enter", [&] { EnterInto("txtFractNum(0)", "1"); }, "F1 R3", kAlways},
+        {"txtFractNum left", [&] { leave("txtFractNum(0)"); }, "F1 R3", kAlways},
+        {"txtFractDen left", [&] { leave("txtFractDen(0)"); }, "F1 R3", kAlways},
+        {"spnRCounter", [&] { Press("spnRCounter(0)", true); }, "R1 R3", kAlways},
+        {"SpnFpd", [&] { Press("SpnFpd(0)", false); }, "R1 R3", kAlways},
+        {"spnNCounter", [&] { Press("spnNCounter(0)", true); }, "N1 F1 R3", kAlways},
+        {"SpnFractNum", [&] { Press("SpnFractNum(0)", true); }, "F1 R3", kAlways},
+        {"spnFractDen", [&] { Press("spnFractDen(0)", false); }, "F1 R3", kAlways},
+        {"lblPDPol", [&] { Click("lblPDPol(0)"); }, "C1 R3", kAlways},
+        {"lblCPGain", [&] { KeyClick("lblCPGain(0)", Qt::Key_Space); }, "C1 R3", kAlways},
+        {"lblCPState", [&] { KeyClick("lblCPState(0)", Qt::Key_Return); }, "C1 R3", kAlways},
+        {"lblNPrescale", [&] { Click("lblNPrescale(0)"); }, "C1 R3", kAlways},
+        {"lblRPrescale", [&] { Click("lblRPrescale(0)"); }, "C1 R3", kAlways},
+        {"lblRPrescale, right button", [&] { Click("lblRPrescale(0)", Qt::RightButton); }, "", kAlways},
+        {"lblPDPol without a field", [&] { Click("lblPDPol(1)"); }, "", kAlways},
+        {"F2", [&] { KeyClick(Qt::Key_F2); }, "N1 F1 R3", kAlways},
+        {"F3", [&] { KeyClick(Qt::Key_F3); }, "N1 F1 R3", kAlways},
+        {"F5", [&] { KeyClick(Qt::Key_F5); }, "R3", kAlways},
+        {"F6", [&] { KeyClick(Qt::Key_F6); }, "F1 R3", kAlways},
+        {"Ctrl+F", [&] { KeyClick(Qt::Key_F, Qt::ControlModifier); }, "N1 F1 R3", kAlways},
+        {"Ctrl+C", [&] { KeyClick(Qt::Key_C, Qt::ControlModifier); }, "R1 R3", kAlways},
+        {"Ctrl+X", [&] { KeyClick(Qt::Key_X, Qt::ControlModifier); }, "R3", kAlways},
+        {"Ctrl+L", [&] { KeyClick(Qt::Key_L, Qt::ControlModifier); }, "N1 R1 F1 C1 N2 R2 N3 R3", kAlways}};
+    for (const auto& [what, act, sent, always] : cases) {
         for (const bool automatic : {true, false}) {
             SCOPED_TRACE(testing::Message() << what << (automatic ? "" : " without automatic reload"));
             Open(0);
@@ -244,24 +174,19 @@ TEST_F(PLLPageTest, EverySourceLoadsByItsOwnRule) {
 }
 
 TEST_F(PLLPageTest, TheKeyboardControlsWorkWhereverTheFocusIs) {
-    const struct {
-        Qt::Key key;
-        Qt::KeyboardModifiers with;
-        const char* shows;   ///< After the text "250" was typed into the phase detector's box.
-        const char* focus;
-    } kCases[] = {
-        {Qt::Key_F1, {}, "10 100 999.75 100 9997.5 2 4", ""},
-        {Qt::Key_F2, {}, "10 100 1000.25 100 10002.5 2 4", ""},
-        {Qt::Key_F3, {}, "10 100 997.5 100 9975 0 4", ""},
-        {Qt::Key_F4, {}, "10 100 1002.5 100 10025 0 4", ""},
-        {Qt::Key_F5, {}, kStart, ""},
-        {Qt::Key_F6, {}, "10 100 1000.025 100 10000.25 1 4", ""},
-        {Qt::Key_C, Qt::ControlModifier, "10 250 2500 40 10000 0 4", "txtFpd(0)"},
-        {Qt::Key_F, Qt::ControlModifier, "10 250 2500 40 10000 0 4", "txtVCO(0)"},
-        {Qt::Key_X, Qt::ControlModifier, "10 250 2500 40 10000 0 4", "txtOsc(0)"},
-        {Qt::Key_L, Qt::ControlModifier, "10 250 1000 100 10000 0 4", ""},
-    };
-    for (const auto& [key, with, shows, focus] : kCases) {
+    // The key; what the loop shows after the text "250" was typed into the phase detector's box; the focus, if it
+    // moves.
+    for (const auto& [key, with, shows, focus] : Cases<Qt::Key, Qt::KeyboardModifiers, const char*, const char*>{
+             {Qt::Key_F1, {}, "10 100 999.75 100 9997.5 2 4", ""},
+             {Qt::Key_F2, {}, "10 100 1000.25 100 10002.5 2 4", ""},
+             {Qt::Key_F3, {}, "10 100 997.5 100 9975 0 4", ""},
+             {Qt::Key_F4, {}, "10 100 1002.5 100 10025 0 4", ""},
+             {Qt::Key_F5, {}, kStart, ""},
+             {Qt::Key_F6, {}, "10 100 1000.025 100 10000.25 1 4", ""},
+             {Qt::Key_C, Qt::ControlModifier, "10 250 2500 40 10000 0 4", "txtFpd(0)"},
+             {Qt::Key_F, Qt::ControlModifier, "10 250 2500 40 10000 0 4", "txtVCO(0)"},
+             {Qt::Key_X, Qt::ControlModifier, "10 250 2500 40 10000 0 4", "txtOsc(0)"},
+             {Qt::Key_L, Qt::ControlModifier, "10 250 1000 100 10000 0 4", ""}}) {
         SCOPED_TRACE(testing::Message() << key);
         Open(0);
         TypeInto("txtFpd(0)", "250");   // Its text is the step; a short-cut that leaves it applies it first.
@@ -286,7 +211,7 @@ TEST_F(PLLPageTest, TheKeyboardControlsWorkWhereverTheFocusIs) {
     TypeInto("txtFpd(0)", "x");
     KeyClick(Qt::Key_F2);
     EXPECT_EQ(Shows(0), kStart);
-    EXPECT_NE(Window().Status().NoteText(), "") << "the step was unknown";
+    EXPECT_NE(Note(), "") << "the step was unknown";
     Page(1);
     KeyClick(Qt::Key_F2);
     EXPECT_EQ(Sent(), "");
@@ -305,37 +230,32 @@ TEST_F(PLLPageTest, EachLoopHasItsOwnControls) {
     EXPECT_EQ(Shows(2), "10 1000 10001 10 10001");
     EXPECT_EQ(Sent(), "N3 R3 R2");
 
-    const struct {
-        const char* member;
-        bool shown[3];
-    } kShown[] = {{"lblRPrescale(%1)", {true, false, false}}, {"lblNPrescale(%1)", {true, true, false}},
-                  {"SpnFractNum(%1)", {true, false, false}},  {"spnFractDen(%1)", {true, false, false}},
-                  {"txtFractDen(%1)", {true, false, false}},  {"lblPDPol(%1)", {true, true, true}}};
-    for (const auto& [member, shown] : kShown) {
+    for (const auto& [member, loops] : Cases<const char*, int>{{"lblRPrescale", 1},
+                                                               {"lblNPrescale", 2},
+                                                               {"SpnFractNum", 1},
+                                                               {"spnFractDen", 1},
+                                                               {"txtFractDen", 1},
+                                                               {"lblPDPol", 3}}) {
         for (int loop = 0; loop < 3; ++loop) {
-            EXPECT_EQ(Shown(QString(member).arg(loop)), shown[loop]) << member << loop;
+            EXPECT_EQ(Shown(Member(member, loop)), loop < loops) << member << loop;
         }
     }
-    EXPECT_EQ(Label("lblPDPol(0)") + Label("lblPDPol(1)"), "-+");
-    EXPECT_EQ(Label("lblCPGain(0)") + Label("lblCPGain(1)"), "LOWIcp");
+    EXPECT_EQ(Text("lblPDPol(0)") + Text("lblPDPol(1)"), "-+");
+    EXPECT_EQ(Text("lblCPGain(0)") + Text("lblCPGain(1)"), "LOWIcp");
     EXPECT_TRUE(Child("lblCPState(0)")->isEnabled());
     EXPECT_FALSE(Child("lblCPState(1)")->isEnabled());
 }
 
 TEST_F(PLLPageTest, ThePrescalerCheckTellsWhichRuleIsBroken) {
-    const struct {
-        const char* menu;
-        int n;
-        int clicks;        ///< On the prescaler, from 32 to 30, 0 and "8/9".
-        const char* cba;   ///< "-" for a box that is hidden, "!" before one that is red.
-    } kCases[] = {
-        {"mnuDualCheck", 1000, 0, "- 31 8"},     {"mnuDualCheck", 63, 0, "- 1 !31"},
-        {"mnuQuadCheck", 1000, 0, "31 2 0"},     {"mnuQuadCheck", 30, 0, "0 !7 !2"},
-        {"mnuQuadCheck", 1001, 1, "33 2.5 1"},   {"mnuNoCheck", 63, 0, "- - -"},
-        {"mnuDualCheck", 63, 2, "- - -"},        {"mnuQuadCheck", 63, 3, "- - -"},
-        {"mnuDualCheck", 65535, 0, "- 2047 31"},
-    };
-    for (const auto& [menu, n, clicks, cba] : kCases) {
+    // The check, N, clicks on the prescaler from 32 to 30, 0 and "8/9"; C, B and A: "-" for a box that is hidden,
+    // "!" before one that is red.
+    const Cases<const char*, int, int, const char*> cases = {
+        {"mnuDualCheck", 1000, 0, "- 31 8"},    {"mnuDualCheck", 63, 0, "- 1 !31"},
+        {"mnuQuadCheck", 1000, 0, "31 2 0"},    {"mnuQuadCheck", 30, 0, "0 !7 !2"},
+        {"mnuQuadCheck", 1001, 1, "33 2.5 1"},  {"mnuNoCheck", 63, 0, "- - -"},
+        {"mnuDualCheck", 63, 2, "- - -"},       {"mnuQuadCheck", 63, 3, "- - -"},
+        {"mnuDualCheck", 65535, 0, "- 2047 31"}};
+    for (const auto& [menu, n, clicks, cba] : cases) {
         SCOPED_TRACE(testing::Message() << menu << " N " << n);
         Open(1);
         Choose("mnuDualCheck");   // Something red to start from.
@@ -387,23 +307,17 @@ TEST_F(PLLPageTest, OnlyTheUsersOwnMovesLeaveABox) {
         QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
         Settle();
     };
-    const struct {
-        const char* move;
-        std::function<void()> act;
-        bool counts;
-    } kCases[] = {
-        {"Tab", [&] { KeyClick(Qt::Key_Tab); }, true},
-        {"Shift+Tab", [&] { KeyClick(Qt::Key_Backtab); }, true},
-        {"another box", [&] { Click("txtOsc(0)"); }, true},
-        {"beside the boxes", [&] { Click("lblPLL(13)"); }, true},
-        {"another page's tab", clickTab, true},
-        {"page changed by program", [&] { Page(0); }, false},
-        {"focus moved by program", [&] { Child("txtOsc(0)")->setFocus(Qt::OtherFocusReason); }, false},
-        {"another window", goToAnotherWindow, false},
-        {"message", readMessage, false},
-        {"menu", openMenu, false},
-    };
-    for (const auto& [move, act, counts] : kCases) {
+    for (const auto& [move, act, counts] : Cases<const char*, std::function<void()>, bool>{
+             {"Tab", [&] { KeyClick(Qt::Key_Tab); }, true},
+             {"Shift+Tab", [&] { KeyClick(Qt::Key_Backtab); }, true},
+             {"another box", [&] { Click("txtOsc(0)"); }, true},
+             {"beside the boxes", [&] { Click("lblPLL(13)"); }, true},
+             {"another page's tab", clickTab, true},
+             {"page changed by program", [&] { Page(0); }, false},
+             {"focus moved by program", [&] { Child("txtOsc(0)")->setFocus(Qt::OtherFocusReason); }, false},
+             {"another window", goToAnotherWindow, false},
+             {"message", readMessage, false},
+             {"menu", openMenu, false}}) {
         Open(0);
         TypeInto("txtVCO(0)", "2000");
         act();
@@ -414,31 +328,30 @@ TEST_F(PLLPageTest, OnlyTheUsersOwnMovesLeaveABox) {
 TEST_F(PLLPageTest, AMissedEntryIsSaidUntilTheNextEntry) {
     Open(1);
     const auto tip = [&] { return Child("txtVCO(1)")->toolTip(); };
-    const auto note = [&] { return Window().Status().NoteText(); };
     const QString hint = tip();
     EXPECT_TRUE(hint.contains("MHz") && hint.contains("100 kHz")) << hint.toStdString();
     EnterInto("txtVCO(1)", "1000.06");
     for (const char* said : {"1000.06 MHz", "1000.1 MHz", "40000 Hz", "ppm"}) {
-        EXPECT_TRUE(tip().contains(said) && note().contains(said)) << said << " in " << note().toStdString();
+        EXPECT_TRUE(tip().contains(said) && Note().contains(said)) << said << " in " << Note().toStdString();
     }
     KeyClick(Qt::Key_Tab);   // Applied once more, now met: no entry of the user's.
     KeyClick(Qt::Key_F, Qt::ControlModifier);
-    EXPECT_TRUE(note().contains("1000.06"));
+    EXPECT_TRUE(Note().contains("1000.06"));
     EnterInto("txtVCO(1)", "1000");
-    EXPECT_EQ(note(), "");
+    EXPECT_EQ(Note(), "");
     EXPECT_EQ(tip(), hint);
     EnterInto("txtFpd(1)", "0");
-    EXPECT_NE(note(), "") << "why it was refused";
+    EXPECT_NE(Note(), "") << "why it was refused";
 }
 
 TEST_F(PLLPageTest, AFaultyPartFileEmptiesOnlyWhatItBreaks) {
-    QString text = ThreeLoops();
+    QString text = kThreeLoops;
     text.replace("NP00=NP1", "NP00=NP9").replace("R01=R2", "R01=NOWHERE").replace("FRACTDEN00=DEN", "");
     OpenPart("FAULTY", text.toStdString());
-    EXPECT_EQ(Label("lblNPrescale(0)"), "");
+    EXPECT_EQ(Text("lblNPrescale(0)"), "");
     EXPECT_TRUE(Child("lblNPrescale(0)")->toolTip().contains("NP9"));
     EXPECT_EQ(Shows(0), "10 100  100  0 ") << "N needs the denominator";
-    EXPECT_EQ(Label("lblPDPol(0)"), "-");
+    EXPECT_EQ(Text("lblPDPol(0)"), "-");
     EXPECT_EQ(Shows(1), "10    10000");
     EXPECT_TRUE(Child("txtFpd(1)")->toolTip().contains("NOWHERE"));
     EXPECT_EQ(Shows(2), "10 100 1000 100 10000");
@@ -446,13 +359,13 @@ TEST_F(PLLPageTest, AFaultyPartFileEmptiesOnlyWhatItBreaks) {
         EnterInto(Member(box, 0), "77");
     }
     Press("spnRCounter(1)", true);
-    EXPECT_TRUE(Window().Status().NoteText().contains("NOWHERE"));
+    EXPECT_TRUE(Note().contains("NOWHERE"));
 }
 
 TEST_F(PLLPageTest, AnotherDeviceStartsAfresh) {
     Open(0);
     EXPECT_EQ(Window().Pages().count(), 7);
-    OpenPart("NONE", "[PLLS]\nCOUNT=0\n");
+    OpenPart("NONE", "[PLLS]|COUNT=0|");
     EXPECT_EQ(Window().Pages().count(), 5);
     EXPECT_FALSE(Has("linPLL(19)"));
     Page(4);
@@ -463,13 +376,13 @@ TEST_F(PLLPageTest, AnotherDeviceStartsAfresh) {
     KeyClick(Qt::Key_F2);
     EXPECT_EQ(Sent(), "");
     OpenPart("ONE",
-             "[REGISTERS]\nCOUNT=1\nNAME00=A\nMASK00=0\n[BITS]\nCOUNT=1\nNAME00=N\nREG00=A\nLEN00=9\n"
-             "[PLLS]\nCOUNT=1\nNAME00=SOLE\nN00=N\nR00=N\n");
+             "[REGISTERS]|COUNT=1|NAME00=A|MASK00=0|[BITS]|COUNT=1|NAME00=N|REG00=A|LEN00=9|"
+             "[PLLS]|COUNT=1|NAME00=SOLE|N00=N|R00=N|");
     EXPECT_EQ(Window().Pages().tabText(4), "SOLE");
     EXPECT_FALSE(Shown("txtFractNum(0)"));
     EXPECT_FALSE(Child("lblPDPol(0)")->isEnabled());
     EXPECT_EQ(Shows(0), "10 10000 10 1 0");
     EnterInto("txtRCounter(0)", "0");
     EXPECT_EQ(Shows(0), "10 10000 10 1 0") << "an R of 0 is repaired";
-    EXPECT_EQ(Child<QLineEdit>("txtRegBits(0)")->text().right(4), "1  0") << "and its register's row shows that";
+    EXPECT_EQ(Text("txtRegBits(0)").right(4), "1  0") << "and its register's row shows that";
 }

@@ -1,9 +1,9 @@
 #include <QGroupBox>
-#include <QLabel>
-#include <QRadioButton>
 #include <QScrollBar>
+#include <map>
 
 #include "burst/cBurst.h"
+#include "support/Cases.h"
 #include "ui/ConnectorShape.h"
 #include "ui/TextBox.h"
 #include "ui/WindowFixture.h"
@@ -30,10 +30,6 @@ QString Segments(int pin) {
 
 constexpr int kWired[] = {2, 3, 4, 5, 6, 7, 8, 9, 1, 14, 16, 17};   // In the order of the lines.
 
-QString Member(const char* array, int index) {
-    return QStringLiteral("%1(%2)").arg(array).arg(index);
-}
-
 }   // namespace
 
 class PortPageTest : public WindowFixture {
@@ -41,24 +37,21 @@ protected:
     /// Selects a new device with these lines of the section SETUP and with pins on those lines. Each has a name of its
     /// own: on leaving, the settings of the one before are saved into its file.
     void Open(const std::string& setup, const std::vector<int>& pins = {}) {
-        std::string text = "[SETUP]\nREGISTER_LENGTH=8\n" + setup + "\n[PINS]\nCOUNT=" + std::to_string(pins.size());
-        for (std::size_t i = 0; i < pins.size(); ++i) {
-            const std::string number = "0" + std::to_string(i);
-            text += "\nNAME" + number + "=P&" + std::to_string(i) + "\nLOCATION" + number + "=" +
-                    std::to_string(pins[i]) + "\nENABLED" + number + "=TRUE";
+        std::string text = "[SETUP]|REGISTER_LENGTH=8|" + setup + "|[PINS]|COUNT=" + std::to_string(pins.size()) + "|";
+        for (int i = 0; const int line : pins) {
+            text += Item(i, "NAME=P&" + std::to_string(i) + "|LOCATION=" + std::to_string(line) + "|ENABLED=TRUE");
+            ++i;
         }
-        OpenPart("X" + std::to_string(++opened_),
-                 text + "\n[REGISTERS]\nCOUNT=1\nNAME00=R\n[BITS]\nCOUNT=1\nREG00=R\nNAME00=F\nLEN00=1\n");
+        text += "[REGISTERS]|COUNT=1|NAME00=R|[BITS]|COUNT=1|REG00=R|NAME00=F|LEN00=1|";
+        OpenPart("X" + std::to_string(++opened_), text);
         Page(0);
         port.Clear();
     }
 
-    QRadioButton* Option(const char* array, int index) { return Child<QRadioButton>(Member(array, index)); }
-
     /// Which option of a group is selected; -1 for none.
     int Selected(const char* array, int first = 0, int count = 12) {
         for (int i = 0; i < count; ++i) {
-            if (Option(array, first + i)->isChecked()) {
+            if (Checked(Member(array, first + i))) {
                 return i;
             }
         }
@@ -82,43 +75,26 @@ protected:
             Has(QStringLiteral("line%1(%2)").arg(QChar('a' + static_cast<int>(Segments(pin).size()))).arg(pin)));
     }
 
-    void AddBurst(int commands) {
-        for (int i = 0; i < commands; ++i) {
-            part.AddBurstCommand("5", 2);
-        }
-    }
-
-    QString Text(const QString& box) { return Child<TextBox>(box)->text(); }
-
 private:
     int opened_ = 0;
 };
 
 TEST_F(PortPageTest, DiagramShowsWhatEachLineDoes) {
-    const struct {
-        const char* what;
-        const char* setup;
-        std::vector<int> pins;
-        std::vector<std::pair<int, QColor>> used;   ///< All other lines are grey.
-    } cases[] = {
-        {"each alone", "CLOCK=1\nDATA=2\nLE=4", {}, {{0, kClock}, {1, kData}, {2, kLE}}},
-        {"two on one line", "CLOCK=8\nDATA=8\nLE=4", {}, {{3, kConflict}, {2, kLE}}},
-        {"two pins", "CLOCK=1\nDATA=2\nLE=4", {7, 7}, {{0, kClock}, {1, kData}, {2, kLE}, {7, kConflict}}},
-        {"one pin on C2", "CLOCK=1\nDATA=2\nLE=4", {9}, {{0, kClock}, {1, kData}, {2, kLE}, {9, kPin}}},
-        {"all control lines", "CLOCK=256\nDATA=1024\nLE=2048", {9}, {{8, kClock}, {10, kData}, {11, kLE}, {9, kPin}}},
-        {"five on one", "CLOCK=16\nDATA=16\nLE=16", {4, 4}, {{4, kConflict}}},
-        {"zeros", "CLOCK=0\nDATA=0\nLE=0", {}, {{0, kClock}, {1, kData}, {2, kLE}}},
-        {"a word of two lines", "CLOCK=3\nDATA=4\nLE=8", {}, {{2, kData}, {3, kLE}}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        Open(c.setup, c.pins);
+    // The set-up, lines of pins, and the lines that aren't grey.
+    const Cases<const char*, const char*, std::vector<int>, std::map<int, QColor>> cases = {
+        {"each alone", "CLOCK=1|DATA=2|LE=4", {}, {{0, kClock}, {1, kData}, {2, kLE}}},
+        {"two on one line", "CLOCK=8|DATA=8|LE=4", {}, {{3, kConflict}, {2, kLE}}},
+        {"two pins", "CLOCK=1|DATA=2|LE=4", {7, 7}, {{0, kClock}, {1, kData}, {2, kLE}, {7, kConflict}}},
+        {"one pin on C2", "CLOCK=1|DATA=2|LE=4", {9}, {{0, kClock}, {1, kData}, {2, kLE}, {9, kPin}}},
+        {"all control lines", "CLOCK=256|DATA=1024|LE=2048", {9}, {{8, kClock}, {10, kData}, {11, kLE}, {9, kPin}}},
+        {"five on one", "CLOCK=16|DATA=16|LE=16", {4, 4}, {{4, kConflict}}},
+        {"zeros", "CLOCK=0|DATA=0|LE=0", {}, {{0, kClock}, {1, kData}, {2, kLE}}},
+        {"a word of two lines", "CLOCK=3|DATA=4|LE=8", {}, {{2, kData}, {3, kLE}}}};
+    for (const auto& [what, setup, pins, used] : cases) {
+        SCOPED_TRACE(what);
+        Open(setup, pins);
         for (int line = 0; line < 12; ++line) {
-            QColor color = kGrey;
-            for (const auto& [used, itsColor] : c.used) {
-                color = used == line ? itsColor : color;
-            }
-            ExpectLine(line, color);
+            ExpectLine(line, used.contains(line) ? used.at(line) : kGrey);
         }
         for (const int pin : {10, 11, 12, 13, 15, 19, 25}) {
             EXPECT_EQ(Color(Member("DB", pin)), kGrey);
@@ -130,11 +106,12 @@ TEST_F(PortPageTest, DiagramShowsWhatEachLineDoes) {
 }
 
 TEST_F(PortPageTest, WordsStandBesideTheColours) {
-    Open("CLOCK=8\nDATA=8\nLE=4", {2});
-    EXPECT_TRUE(Child("DB(5)")->toolTip().endsWith("8: \u26A0 Clock + Data"))
-        << Child("DB(5)")->toolTip().toStdString();
-    EXPECT_TRUE(Child("DB(4)")->toolTip().endsWith("4: \u26A0 LE + P&0"));
-    EXPECT_TRUE(Child("DB(14)")->toolTip().endsWith("C2"));
+    Open("CLOCK=8|DATA=8|LE=4", {2});
+    for (const auto& [pin, words] :
+         Cases<int, const char*>{{5, "8: \u26A0 Clock + Data"}, {4, "4: \u26A0 LE + P&0"}, {14, "C2"}}) {
+        const QString tip = Child(Member("DB", pin))->toolTip();
+        EXPECT_TRUE(tip.endsWith(words)) << tip.toStdString();
+    }
     for (const char* name : {"Label2", "Label4", "Label6", "Label9", "PinConnectorLabel"}) {
         EXPECT_GE(Child(name)->width(), Child(name)->sizeHint().width()) << name << " is cut";
     }
@@ -164,33 +141,30 @@ TEST_F(PortPageTest, EachWireLeadsFromPinToPinAndMeetsNoOther) {
 }
 
 TEST_F(PortPageTest, OptionsMoveTheSerialLinesAndAreShownAtOnce) {
-    Open("CLOCK=1\nDATA=2\nLE=4");
-    const struct {
-        const char* options;
-        QColor color;
-        std::int16_t (cPart::*word)() const;
-    } groups[] = {{"optClockBit", kClock, &cPart::ClockPosition},
-                  {"optDataBit", kData, &cPart::DataPosition},
-                  {"optLEBit", kLE, &cPart::LEPosition}};
+    Open("CLOCK=1|DATA=2|LE=4");
+    int number = 0;
     int before = 0;
-    for (const auto& group : groups) {
+    for (const auto& [options, color, word] :
+         Cases<const char*, QColor, std::int16_t (cPart::*)() const>{{"optClockBit", kClock, &cPart::ClockPosition},
+                                                                     {"optDataBit", kData, &cPart::DataPosition},
+                                                                     {"optLEBit", kLE, &cPart::LEPosition}}) {
         for (int line = 3; line < 12; before = line++) {
-            Click(Member(group.options, line));
-            EXPECT_EQ((part.*group.word)(), 1 << line);
-            EXPECT_EQ(Selected(group.options), line);
-            ExpectLine(line, group.color);
+            Click(Member(options, line));
+            EXPECT_EQ((part.*word)(), 1 << line);
+            EXPECT_EQ(Selected(options), line);
+            ExpectLine(line, color);
             ExpectLine(before, kGrey);
         }
-        Click(Member(group.options, 0));
-        ExpectLine(0, &group == groups ? group.color : kConflict);
-        before = static_cast<int>(&group - groups) + 1;
+        Click(Member(options, 0));
+        ExpectLine(0, number == 0 ? color : kConflict);
+        before = ++number;
     }
     EXPECT_FALSE(part.Updating());
     EXPECT_TRUE(port.Writes().empty()) << "this page must not touch the port";
 }
 
 TEST_F(PortPageTest, MovingAPinSwitchesAllPinsOff) {
-    Open("CLOCK=1\nDATA=2\nLE=4", {5, 6, 9});
+    Open("CLOCK=1|DATA=2|LE=4", {5, 6, 9});
     EXPECT_EQ(Selected("optPrgmBit", 24), 9);
     EXPECT_EQ(part.OutputPinValue(), 0x260);
     Click("optPrgmBit(23)");
@@ -228,16 +202,11 @@ TEST_F(PortPageTest, FramesOfPinsComeAndGoWithTheDevice) {
 }
 
 TEST_F(PortPageTest, TheKeyboardReachesAndWorksAllGroups) {
-    Open("ADDRESS=&H300\nCLOCK=1\nDATA=2\nLE=4", {5, 6});
+    Open("ADDRESS=&H300|CLOCK=1|DATA=2|LE=4", {5, 6});
     Focus("optPortAdr(3)");
-    QStringList reached;
-    for (int i = 0; i < 8; ++i) {
-        KeyClick(Qt::Key_Tab);
-        reached << (FocusName().isEmpty() ? QApplication::focusWidget()->accessibleName() : FocusName());
-    }
-    EXPECT_EQ(reached.join(' '),
-              QString("txtPortAdr txtAutoReload optClockBit(0) optDataBit(1) optLEBit(2) optPrgmBit(5) "
-                      "optPrgmBit(18) Port setup diagram"));
+    EXPECT_EQ(TabStops(8).join(' '),
+              "txtPortAdr txtAutoReload optClockBit(0) optDataBit(1) optLEBit(2) optPrgmBit(5) optPrgmBit(18) "
+              "Port setup diagram");
     Focus("optDataBit(1)");
     KeyClick(Qt::Key_Right);
     EXPECT_EQ(part.DataPosition(), 4);
@@ -245,63 +214,45 @@ TEST_F(PortPageTest, TheKeyboardReachesAndWorksAllGroups) {
 }
 
 TEST_F(PortPageTest, AddressOptions) {
-    const struct {
-        const char* address;
-        int option;
-        const char* shown;
-    } files[] = {
-        {"&H378", 0, "378"}, {"&H278", 1, "278"}, {"956", 2, "3BC"}, {"&H300", 3, "300"}, {"&HD010", 3, "D010"}};
-    for (const auto& c : files) {
-        Open(std::string("ADDRESS=") + c.address);
-        EXPECT_EQ(Selected("optPortAdr", 0, 4), c.option) << c.address;
-        EXPECT_EQ(Text("txtPortAdr"), c.shown);
-        EXPECT_EQ(Child("txtPortAdr")->isEnabled(), c.option == 3);
-        EXPECT_EQ(part.PortAddress() & 0xFFFF, std::stoi(c.shown, nullptr, 16)) << "the file's own address stays";
+    for (const auto& [address, option, shown] : Cases<const char*, int, const char*>{
+             {"&H378", 0, "378"}, {"&H278", 1, "278"}, {"956", 2, "3BC"}, {"&H300", 3, "300"}, {"&HD010", 3, "D010"}}) {
+        Open(std::string("ADDRESS=") + address);
+        EXPECT_EQ(Selected("optPortAdr", 0, 4), option) << address;
+        EXPECT_EQ(Text("txtPortAdr"), shown);
+        EXPECT_EQ(Child("txtPortAdr")->isEnabled(), option == 3);
+        EXPECT_EQ(part.PortAddress() & 0xFFFF, std::stoi(shown, nullptr, 16)) << "the file's own address stays";
     }
-    const struct {
-        int option;
-        int address;
-        const char* shown;
-    } clicks[] = {{0, 0x378, "378"}, {3, 0x2BC, "2BC"}, {2, 0x3BC, "3BC"}, {1, 0x278, "278"}};
-    for (const auto& c : clicks) {
-        Click(Member("optPortAdr", c.option));
-        EXPECT_EQ(part.PortAddress(), c.address);
-        EXPECT_EQ(Text("txtPortAdr"), c.shown);
-        EXPECT_EQ(Child("txtPortAdr")->isEnabled(), c.option == 3) << c.option;
+    for (const auto& [option, address, shown] :
+         Cases<int, int, const char*>{{0, 0x378, "378"}, {3, 0x2BC, "2BC"}, {2, 0x3BC, "3BC"}, {1, 0x278, "278"}}) {
+        Click(Member("optPortAdr", option));
+        EXPECT_EQ(part.PortAddress(), address);
+        EXPECT_EQ(Text("txtPortAdr"), shown);
+        EXPECT_EQ(Child("txtPortAdr")->isEnabled(), option == 3) << option;
     }
 }
 
 TEST_F(PortPageTest, AddressIsTypedInHexadecimal) {
     Open("ADDRESS=&H300");
-    const struct {
-        const char* typed;
-        bool enter;
-        int address;
-        const char* shown;
-    } cases[] = {
+    const Cases<const char*, bool, int, const char*> cases = {
         {"e010", true, 0xE010, "E010"}, {"2f8", false, 0x2F8, "2F8"}, {"xyz", true, 0x2F8, "2F8"},
-        {"12345", false, 0x2F8, "2F8"}, {"", true, 0x2F8, "2F8"},     {"378", true, 0x378, "378"},
-    };
-    for (const auto& c : cases) {
+        {"12345", false, 0x2F8, "2F8"}, {"", true, 0x2F8, "2F8"},     {"378", true, 0x378, "378"}};
+    for (const auto& [typed, enter, address, shown] : cases) {
         Focus("txtPortAdr");
-        Child<TextBox>("txtPortAdr")->selectAll();
-        KeyClick(Qt::Key_Delete);
-        KeyClicks("txtPortAdr", c.typed);
-        KeyClick(c.enter ? Qt::Key_Return : Qt::Key_Tab);
-        EXPECT_EQ(part.PortAddress() & 0xFFFF, c.address) << c.typed;
-        EXPECT_EQ(Text("txtPortAdr"), c.shown) << c.typed;
+        TypeInto("txtPortAdr", typed);
+        KeyClick(enter ? Qt::Key_Return : Qt::Key_Tab);
+        EXPECT_EQ(part.PortAddress() & 0xFFFF, address) << typed;
+        EXPECT_EQ(Text("txtPortAdr"), shown) << typed;
     }
     EXPECT_TRUE(port.Writes().empty());
 }
 
 TEST_F(PortPageTest, WarnsFromTwoBurstCommandsUp) {
-    Open("CLOCK=1\nDATA=2\nLE=4", {5});
-    AddBurst(1);
-    const char* const warning[] = {"optPortAdr(3)", "optClockBit(8)", "optPrgmBit(6)"};
-    for (const char* option : warning) {
+    Open("CLOCK=1|DATA=2|LE=4", {5});
+    part.AddBurstCommand("5", BurstKind::Delay);
+    for (const char* option : {"optPortAdr(3)", "optClockBit(8)", "optPrgmBit(6)"}) {
         Click(option);   // A message box that nobody foresaw fails the test.
     }
-    AddBurst(1);
+    part.AddBurstCommand("5", BurstKind::Delay);
     Click("optDataBit(9)");
     Click("optLEBit(9)");
     for (const char* option : {"optPortAdr(1)", "optClockBit(7)", "optPrgmBit(4)"}) {
@@ -326,19 +277,14 @@ TEST_F(PortPageTest, WarnsFromTwoBurstCommandsUp) {
 TEST_F(PortPageTest, ReloadPeriodCountsWithEnter) {
     auto* timer = Child<QTimer>("tmrAutoReload");
     EXPECT_EQ(Text("txtAutoReload"), "10");
-    const struct {
-        const char* typed;
-        const char* shown;
-        int interval;
-    } cases[] = {{"0", "1", 1000},     {"65", "65", 65000}, {"66", "65", 65000},
-                 {"abc", "65", 65000}, {"3", "3", 3000},    {"-5", "-5", 3000}};
-    for (const auto& c : cases) {
-        Child<TextBox>("txtAutoReload")->clear();
-        KeyClicks("txtAutoReload", c.typed);
-        EXPECT_EQ(Text("txtAutoReload"), c.typed) << "typing alone changes nothing";
+    const Cases<const char*, const char*, int> cases = {{"0", "1", 1000},     {"65", "65", 65000}, {"66", "65", 65000},
+                                                        {"abc", "65", 65000}, {"3", "3", 3000},    {"-5", "-5", 3000}};
+    for (const auto& [typed, shown, interval] : cases) {
+        TypeInto("txtAutoReload", typed);
+        EXPECT_EQ(Text("txtAutoReload"), typed) << "typing alone changes nothing";
         KeyClick("txtAutoReload", Qt::Key_Return);
-        EXPECT_EQ(Text("txtAutoReload"), c.shown) << c.typed;
-        EXPECT_EQ(timer->interval(), c.interval) << c.typed;
+        EXPECT_EQ(Text("txtAutoReload"), shown) << typed;
+        EXPECT_EQ(timer->interval(), interval) << typed;
         EXPECT_FALSE(timer->isActive());
         EXPECT_FALSE(part.Updating());
     }

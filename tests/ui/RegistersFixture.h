@@ -11,43 +11,30 @@
 /// The Registers page of the real window, with its digits as the user points at them.
 class RegistersFixture : public WindowFixture {
 protected:
-    static QString N(const char* name, int index) {
-        return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
-    }
-
-    /// A part file with registers "R0", "R1"... of those values, unprotected.
-    static std::string PartText(int length, int control, const std::vector<double>& values,
-                                const std::string& setup = {}) {
-        std::string text = "[SETUP]\nREGISTER_LENGTH=" + std::to_string(length) +
-                           "\nCONTROL_LENGTH=" + std::to_string(control) + "\n" + setup +
-                           "[REGISTERS]\nCOUNT=" + std::to_string(values.size()) + "\n";
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            const std::string item = (i < 10 ? "0" : "") + std::to_string(i);
-            text += "NAME" + item + "=R" + std::to_string(i) + "\nMASK" + item + "=0\nVALUE" + item + "=" +
-                    std::to_string(static_cast<long long>(values[i])) + "\n";
-        }
-        return text;
-    }
-
+    /// Opens the page on a device with unprotected registers "R0", "R1"... of those values.
     void Open(int length, int control, const std::vector<double>& values, const std::string& setup = {}) {
-        OpenPart("DEVICE", PartText(length, control, values, setup));
+        std::string text = "[SETUP]|REGISTER_LENGTH=" + std::to_string(length) +
+                           "|CONTROL_LENGTH=" + std::to_string(control) + "|" + setup +
+                           "[REGISTERS]|COUNT=" + std::to_string(values.size()) + "|";
+        for (int i = 0; const double value : values) {
+            text += Item(i, "NAME=R" + std::to_string(i) + "|MASK=0|VALUE=" + FileText(value));
+            ++i;
+        }
+        OpenPart("DEVICE", text);
         constexpr int kRegistersPage = 1;
         Page(kRegistersPage);
     }
 
-    void TurnRound() { Click("cmdBitOrder"); }
-
     void Order(bool lowFirst) {
-        if ((Child<QPushButton>("cmdBitOrder")->text() == "LSB -->") != lowFirst) {
-            TurnRound();
+        if ((Text("cmdBitOrder") == "LSB -->") != lowFirst) {
+            Click("cmdBitOrder");
         }
     }
 
-    QLineEdit* Box(int row) { return Child<QLineEdit>(N("txtRegBits", row)); }
-    QLabel* Label(const QString& name) { return Child<QLabel>(name); }
+    QLineEdit* Box(int row) { return Child<QLineEdit>(Member("txtRegBits", row)); }
 
     QColor NameColour(int row) {
-        const QLabel* name = Label(N("lblRegName", row));
+        const QWidget* name = Child(Member("lblRegName", row));
         return name->palette().color(name->foregroundRole());
     }
 
@@ -67,7 +54,7 @@ protected:
     }
 
     void ClickDigit(int row, int position) {
-        Click(N("txtRegBits", row), Qt::LeftButton, {}, {DigitMiddle(row, position), Box(row)->height() / 2});
+        Click(Member("txtRegBits", row), Qt::LeftButton, {}, {DigitMiddle(row, position), Box(row)->height() / 2});
     }
 
     QPoint InWindow(const QString& name, QPoint at = {}) { return Child(name)->mapTo(&Window(), at); }

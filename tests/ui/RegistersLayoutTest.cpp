@@ -1,8 +1,8 @@
 #include <QScrollBar>
 #include <cmath>
 #include <set>
-#include <utility>
 
+#include "support/Cases.h"
 #include "ui/RegistersFixture.h"
 
 // Where things stand on the Registers page: rulers, columns, scrolling.
@@ -44,14 +44,14 @@ TEST_F(RegistersLayoutTest, RulersStandExactlyOverTheDigits) {
             Order(lowFirst);
             const QImage image = Window().grab().toImage();
             for (int bit = 0; bit < length; bit += bit % 10 == 0 ? 1 : 9) {
-                for (int column = 0; Has(N("lblOnes", column)); ++column) {
+                for (int column = 0; Has(Member("lblOnes", column)); ++column) {
                     const int row = column * 35;
                     const int place = 3 * (lowFirst ? bit : length - 1 - bit);
-                    const QPoint digit = InWindow(N("txtRegBits", row), {DigitMiddle(row, place) - 5, 3});
-                    const QPoint ruler(digit.x(), InWindow(N("lblOnes", column)).y());
+                    const QPoint digit = InWindow(Member("txtRegBits", row), {DigitMiddle(row, place) - 5, 3});
+                    const QPoint ruler(digit.x(), InWindow(Member("lblOnes", column)).y());
                     const auto inRow = Ink(image, {digit, QSize(11, Box(row)->height() - 6)});
                     EXPECT_FALSE(inRow.empty());
-                    EXPECT_EQ(inRow, Ink(image, {ruler, QSize(11, Child(N("lblOnes", column))->height())}))
+                    EXPECT_EQ(inRow, Ink(image, {ruler, QSize(11, Child(Member("lblOnes", column))->height())}))
                         << length << " bits, bit " << bit << ", column " << column;
                 }
             }
@@ -69,46 +69,39 @@ TEST_F(RegistersLayoutTest, RowsOpenFurtherColumnsBehindTheThirtyFifth) {
     EXPECT_TRUE(Has("lblTens(1)") && Has("lblOnes(2)"));
     EXPECT_FALSE(Has("lblOnes(3)"));
     for (const auto& [row, column] : {std::pair{35, 1}, std::pair{70, 2}}) {
-        EXPECT_EQ(InWindow(N("lblRegName", row)).y(), InWindow("lblRegName(0)").y());
-        EXPECT_EQ(Label(N("lblOnes", column))->text(), Label("lblOnes(0)")->text());
-        EXPECT_GT(InWindow(N("lblRegName", row)).x(),
-                  InWindow(N("cmdLoadReg", row - 35), {Child(N("cmdLoadReg", row - 35))->width(), 0}).x());
+        EXPECT_EQ(InWindow(Member("lblRegName", row)).y(), InWindow("lblRegName(0)").y());
+        EXPECT_EQ(Text(Member("lblOnes", column)), Text("lblOnes(0)"));
+        EXPECT_GT(InWindow(Member("lblRegName", row)).x(),
+                  InWindow(Member("cmdLoadReg", row - 35), {Child(Member("cmdLoadReg", row - 35))->width(), 0}).x());
         ClickDigit(row - 1, 3);
         KeyClick(Qt::Key_Down);   // From the foot of a column to the head of the next.
-        EXPECT_EQ(FocusName(), N("txtRegBits", row));
+        EXPECT_EQ(FocusName(), Member("txtRegBits", row));
         const QRect mark(InWindow("shpBitHiLite"), Child("shpBitHiLite")->size());
-        const QRect ruler(InWindow(N("lblOnes", column)), Child(N("lblOnes", column))->size());
+        const QRect ruler(InWindow(Member("lblOnes", column)), Child(Member("lblOnes", column))->size());
         EXPECT_TRUE(mark.intersects(ruler));
     }
     part.ClearPLL();
     Settle();
     EXPECT_FALSE(Has("lblOnes(1)") || Has("txtRegBits(1)") || Shown("vscRegisters") || Shown("shpBitHiLite"));
-    EXPECT_EQ(Label("lblRegName(0)")->text(), "RegName");
-    EXPECT_EQ(Box(0)->text(), "1 1 1");
-    EXPECT_EQ(Label("lblTens(0)")->text(), "0 0 0");
-    EXPECT_EQ(Label("lblOnes(0)")->text(), "0 1 2");
+    EXPECT_EQ(Text("lblRegName(0)"), "RegName");
+    EXPECT_EQ(Text("txtRegBits(0)"), "1 1 1");
+    EXPECT_EQ(Text("lblTens(0)"), "0 0 0");
+    EXPECT_EQ(Text("lblOnes(0)"), "0 1 2");
 }
 
 TEST_F(RegistersLayoutTest, BarsShowWhereRowsDoNotFit) {
-    struct Case {
-        int width, height;
-        std::size_t rows;
-        int bits;
-        bool down, across;
-    };
-    const Case cases[] = {
-        {641, 427, 1, 24, false, false},   {641, 427, 6, 28, false, false},  {641, 427, 30, 24, true, false},
-        {641, 427, 6, 53, false, true},    {641, 427, 60, 32, true, true},   {900, 620, 20, 24, false, false},
-        {900, 620, 60, 24, true, true},    {1300, 620, 60, 24, true, false}, {1300, 1000, 60, 24, false, false},
-        {641, 1000, 30, 24, false, false},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.width << "x" << c.height << ", " << c.rows << " of " << c.bits);
-        Resize(c.width, c.height);
-        Open(c.bits, 2, std::vector<double>(c.rows, 1));
-        EXPECT_EQ(Shown("vscRegisters"), c.down);
-        EXPECT_EQ(Shown("hscRegisters"), c.across);
-        EXPECT_EQ(Shown("cmdBoxRegisters"), c.down && c.across);
+    const Cases<int, int, std::size_t, int, bool, bool> cases = {
+        {641, 427, 1, 24, false, false},  {641, 427, 6, 28, false, false},  {641, 427, 30, 24, true, false},
+        {641, 427, 6, 53, false, true},   {641, 427, 60, 32, true, true},   {900, 620, 20, 24, false, false},
+        {900, 620, 60, 24, true, true},   {1300, 620, 60, 24, true, false}, {1300, 1000, 60, 24, false, false},
+        {641, 1000, 30, 24, false, false}};
+    for (const auto& [width, height, rows, bits, down, across] : cases) {
+        SCOPED_TRACE(testing::Message() << width << "x" << height << ", " << rows << " of " << bits);
+        Resize(width, height);
+        Open(bits, 2, std::vector<double>(rows, 1));
+        EXPECT_EQ(Shown("vscRegisters"), down);
+        EXPECT_EQ(Shown("hscRegisters"), across);
+        EXPECT_EQ(Shown("cmdBoxRegisters"), down && across);
     }
 }
 
@@ -127,8 +120,8 @@ TEST_F(RegistersLayoutTest, RowsScrollUnderTheRulersAndTheRulersStay) {
     EXPECT_EQ(InWindow("cmdBitOrder", {Child("cmdBitOrder")->width(), 0}).x(),
               InWindow("lblRegName(9)", {Child("lblRegName(9)")->width(), 0}).x());
     for (const char* control : {"lblRegName", "txtRegBits", "cmdLoadReg"}) {
-        EXPECT_FALSE(Shown(N(control, 2))) << "the third row stands partly under the rulers";
-        EXPECT_TRUE(Shown(N(control, 3)));
+        EXPECT_FALSE(Shown(Member(control, 2))) << "the third row stands partly under the rulers";
+        EXPECT_TRUE(Shown(Member(control, 3)));
     }
     down->setValue(0);
     across->setValue(0);
@@ -162,9 +155,9 @@ TEST_F(RegistersLayoutTest, KeysBringRowsIntoView) {
     const auto inView = [&](int row, int position) {
         const QRect page(Child("cmdBitOrder")->parentWidget()->mapTo(&Window(), QPoint()),
                          Child("cmdBitOrder")->parentWidget()->size());
-        const QPoint digit = InWindow(N("txtRegBits", row), {DigitMiddle(row, position), 0});
+        const QPoint digit = InWindow(Member("txtRegBits", row), {DigitMiddle(row, position), 0});
         const int bottom = InWindow("hscRegisters").y();
-        return Shown(N("txtRegBits", row)) && page.contains(digit) && digit.y() + Box(row)->height() <= bottom;
+        return Shown(Member("txtRegBits", row)) && page.contains(digit) && digit.y() + Box(row)->height() <= bottom;
     };
     ClickDigit(0, 0);
     for (int row = 1; row < 17; ++row) {

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -18,6 +19,7 @@
 
 #include "core/cPart.h"
 #include "support/FakePort.h"
+#include "support/PartText.h"
 #include "support/TempFolder.h"
 #include "ui/frmPart.h"
 
@@ -39,8 +41,10 @@ protected:
 
     // The device.
 
-    /// Writes the part file of a device of that name and gives its path.
-    std::string WritePart(const std::string& name, const std::string& text) { return folder.File(name + ".ini", text); }
+    /// Writes the part file of a device of that name, a line end for each "|", and gives its path.
+    std::string WritePart(const std::string& name, const std::string& text) {
+        return folder.File(name + ".ini", Lines(text));
+    }
 
     /// Selects a device as a click in a device menu does: with a family the burst controls show as well.
     void SelectDevice(const std::string& name, const std::optional<std::string>& family = {}) {
@@ -83,10 +87,18 @@ protected:
         throw std::runtime_error("no such control: " + name.toStdString());
     }
 
+    /// The name of a member of a control array.
+    static QString Member(const QString& array, int index) { return QStringLiteral("%1(%2)").arg(array).arg(index); }
+
     [[nodiscard]] bool Has(const QString& name) { return Window().findChild<QWidget*>(name) != nullptr; }
 
     /// Whether the user sees the control when its page is current.
     [[nodiscard]] bool Shown(const QString& name) { return !Child(name)->isHidden(); }
+
+    [[nodiscard]] QString Text(const QString& name) { return Child(name)->property("text").toString(); }
+    [[nodiscard]] bool Checked(const QString& name) { return Child<QObject>(name)->property("checked").toBool(); }
+    /// What the status bar says.
+    [[nodiscard]] QString Note() { return Window().Status().NoteText(); }
 
     void Page(int index) {
         Window().SelectPage(index);
@@ -134,6 +146,17 @@ protected:
         Settle();
     }
 
+    /// Types over what a box holds.
+    void TypeInto(const QString& box, const QString& text) {
+        Child<QLineEdit>(box)->clear();
+        KeyClicks(box, text);
+    }
+
+    void EnterInto(const QString& box, const QString& text) {
+        TypeInto(box, text);
+        KeyClick(box, Qt::Key_Return);
+    }
+
     /// A key where the focus is.
     void KeyClick(Qt::Key key, Qt::KeyboardModifiers keys = {}) {
         QTest::keyClick(QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : &Window(), key, keys);
@@ -146,6 +169,16 @@ protected:
         Settle();
     }
 
+    /// Where the focus stops at the next presses of the Tab key.
+    QStringList TabStops(int count) {
+        QStringList stops;
+        for (int i = 0; i < count; ++i) {
+            KeyClick(Qt::Key_Tab);
+            stops << (FocusName().isEmpty() ? QApplication::focusWidget()->accessibleName() : FocusName());
+        }
+        return stops;
+    }
+
     [[nodiscard]] static QString FocusName() {
         return QApplication::focusWidget() == nullptr ? QString() : QApplication::focusWidget()->objectName();
     }
@@ -154,11 +187,9 @@ protected:
     // Answers are used up in order. A dialog that no answer waits for fails the test and is closed.
 
     /// How the next dialog is answered: the callback works its controls and closes it.
-    void AnswerDialog(std::function<void(QWidget& dialog)> answer) { answers_.push_back(std::move(answer)); }
-
     template <class Dialog>
     void Answer(std::function<void(Dialog& dialog)> answer) {
-        AnswerDialog([answer = std::move(answer)](QWidget& widget) {
+        answers_.push_back([answer = std::move(answer)](QWidget& widget) {
             auto* dialog = qobject_cast<Dialog*>(&widget);
             if (dialog == nullptr) {
                 ADD_FAILURE() << "another dialog came: " << DialogText(widget);
