@@ -6,7 +6,7 @@ step() { printf '== %s\n' "$*"; }
 doing="starting"
 trap 'status=$?; if [ $status -ne 0 ]; then printf "\nFAILED while %s (exit code %s).\n" "$doing" "$status" >&2; fi' EXIT
 
-build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libgl-dev fonts-dejavu-core"
+build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libgl-dev libxcb1-dev fonts-dejavu-core"
 test_packages="libgtest-dev nlohmann-json3-dev sigrok-cli dbus libglib2.0-bin python3-dbus systemd"
 test_packages="$test_packages desktop-file-utils appstream lintian man-db libxml2-utils"
 screen_packages="xvfb imagemagick dbus libglib2.0-bin python3-dbus"
