@@ -1,7 +1,5 @@
 #include "automation/Factory.h"
 
-#include <QSet>
-
 #include "ApplicationAdaptor.h"
 #include "ObjectAdaptor.h"
 #include "automation/Application.h"
@@ -14,16 +12,12 @@ Factory::Factory(cPart& part, ProgramWindow& window) : part_(part), window_(wind
 
 Factory::~Factory() = default;
 
-bool Factory::Holds(const QString& client) const {
-    return std::any_of(served_.begin(), served_.end(), [&](const auto& one) { return one.second->client == client; });
-}
-
 QDBusObjectPath Factory::CreateApplication() {
     const QString client = client_;
     window_.ShowWindow();
     window_.HeldByClient(true);
     held_ = true;
-    const bool first = !Holds(client);
+    const bool first = ++clients_[client] == 1;
     const int number = ++lastNumber_;
     auto made = std::make_shared<Served>();
     made->client = client;
@@ -62,21 +56,20 @@ void Factory::ReleaseAll() {
 
 /// The window that is asked to close may refuse, for a burst that has to end first; the objects are gone all the same.
 void Factory::ReleaseWhere(const std::function<bool(int, const Served&)>& ends) {
-    QSet<QString> concerned;
+    QStringList gone;
     const auto ended = std::erase_if(served_, [&](const auto& one) {
         const bool goes = ends(one.first, *one.second);
-        if (goes) {
-            concerned << one.second->client;
+        if (const QString& client = one.second->client; goes && --clients_[client] == 0) {
+            clients_.remove(client);
+            gone << client;
         }
         return goes;
     });
     if (ended == 0) {
         return;
     }
-    for (const QString& client : concerned) {
-        if (!Holds(client)) {
-            emit ClientWent(client);
-        }
+    for (const QString& client : gone) {
+        emit ClientWent(client);
     }
     held_ = false;
     window_.HeldByClient(false);
@@ -85,12 +78,8 @@ void Factory::ReleaseWhere(const std::function<bool(int, const Served&)>& ends) 
 }
 
 QString Factory::Status() const {
-    QSet<QString> clients;
-    for (const auto& one : served_) {
-        clients << one.second->client;
-    }
     if (!held_) {
         return tr("Automation ready");
     }
-    return clients.size() == 1 ? tr("Held by 1 client") : tr("Held by %1 clients").arg(clients.size());
+    return clients_.size() == 1 ? tr("Held by 1 client") : tr("Held by %1 clients").arg(clients_.size());
 }

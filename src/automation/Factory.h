@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusObjectPath>
+#include <QHash>
 #include <QObject>
 #include <QString>
 #include <functional>
@@ -55,12 +56,12 @@ signals:
 
 private:
     void ReleaseWhere(const std::function<bool(int number, const Served&)>& ends);
-    [[nodiscard]] bool Holds(const QString& client) const;
 
     cPart& part_;
     ProgramWindow& window_;
     QString client_;
     std::map<int, std::shared_ptr<Served>> served_;
-    int lastNumber_ = 0;   // Numbers aren't used again.
+    QHash<QString, int> clients_;   ///< How many objects each client has.
+    int lastNumber_ = 0;            // Numbers aren't used again.
     bool held_ = false;
 };

@@ -6,7 +6,6 @@
 
 BitsList::BitsList(QWidget* parent) : QComboBox(parent) {
     constexpr int kLongest = 480;
-    setSizeAdjustPolicy(AdjustToContents);
     setMaximumWidth(kLongest);
 }
 

@@ -6,6 +6,7 @@
 
 #include "ui/BitsList.h"
 #include "ui/FieldHelp.h"
+#include "ui/TabOrder.h"
 
 // How the page is built and emptied. What it shows is in BitsPageShow.cpp, what its controls do in BitsPageEvents.cpp.
 
@@ -229,10 +230,10 @@ void BitsPage::ListFrames() {
 /// The Tab key goes through a frame before it goes to the next.
 void BitsPage::OrderTabs() {
     QWidget* last = nullptr;
-    const auto append = [&last](const BitsFrame& frame) {
+    const auto append = [this, &last](const BitsFrame& frame) {
         for (QWidget* control : frame.FocusOrder()) {
             if (last != nullptr) {
-                setTabOrder(last, control);
+                TabFromTo(*this, last, control);
             }
             last = control;
         }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "ui/TabOrder.h"
+
 RegistersPage::RegistersPage(PageHost& host, QWidget* parent)
     : QWidget(parent),
       host_(host),
@@ -70,9 +72,10 @@ void RegistersPage::MakeRow() {
     row.load->setToolTip(
         tr("Loads this register to the device. With Shift, Ctrl or Alt, or with the middle button: "
            "reads it back."));
-    QWidget* before = index == 0 ? static_cast<QWidget*>(cmdBitOrder_) : RowAt(index - 1).load;
-    setTabOrder(before, row.bits);
-    setTabOrder(row.bits, row.load);
+    if (index > 0) {
+        TabFromTo(*this, RowAt(index - 1).load, row.bits);
+    }
+    TabFromTo(*this, row.bits, row.load);
     WireRow(index);
 }
 
