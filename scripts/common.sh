@@ -65,3 +65,20 @@ register_service() {   # SERVICES PROGRAMS
     mkdir -p "$1"
     sed "s|@CMAKE_INSTALL_FULL_BINDIR@|$2|" packaging/com.ostrel.Tarnwick2x.service.in >"$1/com.ostrel.Tarnwick2x.service"
 }
+
+# Starts a virtual display of a size and leaves its process in $xvfb, for the caller to end.
+start_display() {
+    local number
+    doing="starting the virtual display"
+    number=$(mktemp)
+    Xvfb -displayfd 9 -screen 0 "$1" -nolisten tcp >/dev/null 2>&1 9>"$number" &
+    xvfb=$!
+    for _ in $(seq 100); do
+        [ -s "$number" ] && break
+        sleep 0.1
+    done
+    [ -s "$number" ]
+    DISPLAY=:$(cat "$number")
+    export DISPLAY
+    rm -f "$number"
+}

@@ -1,19 +1,9 @@
 # A short demonstration on a virtual display, driven through the automation interface. Sourced by run.sh.
 
 step "No display here: showing Tarnwick on a virtual one (Xvfb)"
-doing="starting the virtual display"
-exec 9>"$run/.display"
-Xvfb -displayfd 9 -screen 0 1280x800x24 -nolisten tcp >/dev/null 2>&1 &
-xvfb=$!
-bus=
+xvfb='' bus=''
 trap 'status=$?; kill $bus $xvfb 2>/dev/null || true; [ $status -eq 0 ] || printf "\nFAILED while %s (exit code %s).\n" "$doing" "$status" >&2' EXIT
-for _ in $(seq 100); do
-    [ -s "$run/.display" ] && break
-    sleep 0.1
-done
-DISPLAY=:$(cat "$run/.display")
-export DISPLAY
-rm -f "$run/.display"
+start_display 1280x800x24
 
 # A bus of its own, which starts the program at the first call.
 doing="starting a message bus"

@@ -13,16 +13,8 @@ xvfb='' bus='' tarnwick=''
 trap 'status=$?; kill $tarnwick $bus $xvfb 2>/dev/null || true; rm -rf "$folder"; [ $status -eq 0 ] || printf "\nFAILED while %s (exit code %s).\n" "$doing" "$status" >&2' EXIT
 mkdir -p "$images"
 
-doing="starting the virtual display"
 size=1224x740   # The window's at the first start; the screen has room for it and a frame.
-Xvfb -displayfd 9 -screen 0 1240x788x24 -nolisten tcp >/dev/null 2>&1 9>"$folder/.display" &
-xvfb=$!
-for _ in $(seq 100); do
-    [ -s "$folder/.display" ] && break
-    sleep 0.1
-done
-DISPLAY=:$(cat "$folder/.display")
-export DISPLAY
+start_display 1240x788x24
 
 doing="starting Tarnwick"
 install -m 755 "${1:-build/release}/tarnwick" "$folder/tarnwick"
