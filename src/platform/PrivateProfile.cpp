@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 #include "platform/FileCalls.h"
 #include "platform/ProfileCache.h"
@@ -75,6 +77,11 @@ bool WritePrivateProfileStringA(const char* section, const char* key, const char
 std::optional<std::string> PrivateProfileReadError(const std::string& file) {
     const int error = Profiles().Current(file).stamp.error;
     return error == 0 ? std::nullopt : std::optional(FileErrorText(error));
+}
+
+std::optional<std::string> PrivateProfileUnreadable(const std::string& file) {
+    std::error_code ignored;
+    return std::filesystem::exists(file, ignored) ? PrivateProfileReadError(file) : std::nullopt;
 }
 
 int PrivateProfileLine(std::string_view section, std::string_view key, const std::string& file) {

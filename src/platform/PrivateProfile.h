@@ -25,6 +25,9 @@ const std::string& PrivateProfileError();
 /// Why the file can't be read, in the system's words ("No such file or directory"), or nothing if it can.
 std::optional<std::string> PrivateProfileReadError(const std::string& file);
 
+/// The same, but only of a file that is there: what stands in it must not be taken for missing.
+std::optional<std::string> PrivateProfileUnreadable(const std::string& file);
+
 /// The line, counted from 1, on which the key that a read finds stands; without such a key that of the section's
 /// header; 0 without such a section.
 int PrivateProfileLine(std::string_view section, std::string_view key, const std::string& file);

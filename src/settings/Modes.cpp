@@ -1,10 +1,8 @@
 #include "settings/Modes.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <limits>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 #include "core/DeviceDisplay.h"
@@ -146,8 +144,7 @@ int AddMode(cPart& part, const std::string& appPath, const std::string& name, co
             std::string& error) {
     const std::string path = PartFilePath(appPath, part.ID());
     const ProfileSnapshot snapshot(path);
-    std::error_code ignored;
-    if (const auto reason = PrivateProfileReadError(path); reason && std::filesystem::exists(path, ignored)) {
+    if (const auto reason = PrivateProfileUnreadable(path)) {
         // Without its count the new mode would take the place of the first.
         error = "the mode is not stored: can't read " + path + ": " + *reason;
         return -1;

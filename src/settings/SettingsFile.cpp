@@ -1,8 +1,6 @@
 #include "settings/SettingsFile.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
 #include "core/Errors.h"
 #include "core/Numbers.h"
@@ -60,11 +58,8 @@ std::string SettingsFile::SaveRecentParts(const std::vector<std::string>& captio
     const int count = std::min(RecentCount(), static_cast<int>(captions.size()));
     if (count == 0) {
         // Without a file there is no list; one that can't be read may have one.
-        std::error_code ignored;
-        const auto reason = PrivateProfileReadError(path_);
-        return reason && std::filesystem::exists(path_, ignored)
-                   ? "the recent list is not saved: can't read " + path_ + ": " + *reason
-                   : std::string();
+        const auto reason = PrivateProfileUnreadable(path_);
+        return reason ? "the recent list is not saved: can't read " + path_ + ": " + *reason : std::string();
     }
     ProfileTransaction file(path_);
     for (int i = 0; i < count; ++i) {
