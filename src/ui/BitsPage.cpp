@@ -6,7 +6,6 @@
 
 #include "ui/BitsList.h"
 #include "ui/FieldHelp.h"
-#include "ui/TabOrder.h"
 
 // How the page is built and emptied. What it shows is in BitsPageShow.cpp, what its controls do in BitsPageEvents.cpp.
 
@@ -34,6 +33,19 @@ TextBox* MakeCounterBox(QWidget* parent) {
     box->setMinimumWidth(width);
     box->setMaximumWidth(2 * width);
     return box;
+}
+
+/// Lets the Tab key go from one control of a page to another. Unlike QWidget::setTabOrder, which walks round all
+/// controls of the window, it costs next to nothing where the key goes there already: other pages, which may have
+/// controls in between, are hidden when these two are seen.
+void TabFromTo(const QWidget& page, QWidget* first, QWidget* second) {
+    const QWidget* next = first->nextInFocusChain();
+    while (next != second && next != first && (next->focusPolicy() == Qt::NoFocus || !page.isAncestorOf(next))) {
+        next = next->nextInFocusChain();
+    }
+    if (next != second) {
+        QWidget::setTabOrder(first, second);
+    }
 }
 
 }   // namespace

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "ui/TabOrder.h"
-
 RegistersPage::RegistersPage(PageHost& host, QWidget* parent)
     : QWidget(parent),
       host_(host),
@@ -58,6 +56,7 @@ void RegistersPage::BuildControls() {
     });
 }
 
+/// The Tab key takes the rows in the order in which they are made.
 void RegistersPage::MakeRow() {
     const int index = Count();
     rows_.push_back({lblRegName_.Add(index, new QLabel(content_)),
@@ -72,10 +71,6 @@ void RegistersPage::MakeRow() {
     row.load->setToolTip(
         tr("Loads this register to the device. With Shift, Ctrl or Alt, or with the middle button: "
            "reads it back."));
-    if (index > 0) {
-        TabFromTo(*this, RowAt(index - 1).load, row.bits);
-    }
-    TabFromTo(*this, row.bits, row.load);
     WireRow(index);
 }
 

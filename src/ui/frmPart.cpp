@@ -74,6 +74,7 @@ void frmPart::BuildPages() {
     setCentralWidget(tabPart_);
     portPage_ = new PortPage(*this, tmrAutoReload_);
     tabPart_->addTab(portPage_, QStringLiteral("Port Setup"));
+    shownPage_ = portPage_;
     for (const char* caption : {"Registers", " Bits/Pins", "BurstMode", "RF PLL"}) {
         auto* place = new QWidget;
         (new QVBoxLayout(place))->setContentsMargins({});
@@ -87,7 +88,28 @@ void frmPart::BuildPages() {
         if (page == kRegistersPage) {
             devicePages_->registers->Entered();
         }
+        EnterPage(*tabPart_->widget(page));
     });
+}
+
+/// A page that takes over the focus gives it back to the control that had it there. One where none had it begins with
+/// its first: QTabWidget takes the next that was made after the control on the page before.
+void frmPart::EnterPage(QWidget& page) {
+    if (shownPage_ != nullptr && shownPage_->focusWidget() != nullptr) {
+        workedPages_.insert(shownPage_);
+    }
+    shownPage_ = &page;
+    const QWidget* focused = QApplication::focusWidget();
+    if (focused == nullptr || !page.isAncestorOf(focused) || workedPages_.contains(&page)) {
+        return;
+    }
+    for (QWidget* next = tabPart_->tabBar()->nextInFocusChain(); next != focused; next = next->nextInFocusChain()) {
+        if (page.isAncestorOf(next) && next->isVisible() && next->isEnabled() && next->focusProxy() == nullptr &&
+            (next->focusPolicy() & Qt::TabFocus) != 0) {
+            next->setFocus(Qt::OtherFocusReason);
+            return;
+        }
+    }
 }
 
 /// Before the first device nobody looks at its pages, so they are built then, or when one of them is chosen. The window

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QMainWindow>
 #include <QPointer>
+#include <QSet>
 #include <QTabWidget>
 #include <optional>
 #include <string>
@@ -124,6 +125,7 @@ protected:
 
 private:
     void BuildPages();
+    void EnterPage(QWidget& page);
     void WireMenu();
     void WireStepCommands();
     void OnMenu(const char* item, void (frmPart::*answer)());
@@ -169,6 +171,8 @@ private:
     MainMenu menu_;
     StatusStrip* status_;
     QTabWidget* tabPart_;
+    QPointer<QWidget> shownPage_;
+    QSet<const QWidget*> workedPages_;   ///< Where a control of the device had the focus.
     PortPage* portPage_ = nullptr;
     std::optional<DevicePages> devicePages_;   ///< Reached by ForDevice().
     struct BurstProgress {

@@ -59,6 +59,7 @@ void frmPart::ClearForm() {
     for (PLLPage* page : pllPages_) {
         page->Unbind();
     }
+    workedPages_.clear();
     menu_.ClearModes();
     status_->ShowProblems({}, {});
 }

@@ -137,6 +137,27 @@ TEST_P(Accessibility, TheTabKeyReachesAllAndComesRound) {
     });
 }
 
+TEST_P(Accessibility, APageTakesOverTheFocusWhereItWasOrAtItsFirstStop) {
+    Page(3);
+    TabStops(3);   // In by the Tab key, and away from the middle of the page.
+    std::map<int, QWidget*> left{{3, QApplication::focusWidget()}};
+    for (int i = 0; i < 2 * Window().Pages().count(); ++i) {
+        QTest::keyClick(&Window().Pages(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        const int page = Window().Pages().currentIndex();
+        SCOPED_TRACE(Window().Pages().tabText(page).toStdString());
+        QWidget* focused = QApplication::focusWidget();
+        if (left.count(page) == 0) {
+            Window().Pages().tabBar()->setFocus();
+            KeyClick(Qt::Key_Tab);
+            EXPECT_EQ(focused, QApplication::focusWidget()) << Called(focused);
+            TabStops(2);
+            left[page] = QApplication::focusWidget();
+        } else {
+            EXPECT_EQ(focused, left[page]) << Called(focused);
+        }
+    }
+}
+
 TEST_P(Accessibility, NoMnemonicOrShortCutStandsForTwo) {
     std::map<QKeySequence, QString> shortCuts;
     const auto addTo = [](std::map<QKeySequence, QString>& taken, const QKeySequence& keys, const QString& what) {
