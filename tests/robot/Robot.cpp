@@ -8,12 +8,14 @@
 
 #include "RobotActions.h"
 #include "RobotChecks.h"
+#include "automation/Automation.h"
 #include "platform/PortLog.h"
 #include "platform/RecordingPort.h"
 #include "ui/frmPart.h"
 
 // Works the real window at random and checks after each step that the screen says what the device says.
-// usage: test_robot [STEPS [SEED]]      or      test_robot devices COUNT: only changes devices and tells the memory.
+// usage: dbus-run-session -- test_robot [STEPS [SEED]]
+//    or: test_robot devices COUNT       only changes devices and tells the memory.
 
 namespace {
 
@@ -73,6 +75,8 @@ public:
         window_ = std::make_unique<frmPart>(part_, *port_, folder_.Path());
         window_->Form_Load();
         window_->show();
+        automation_ = std::make_unique<Automation>(part_, *window_);
+        automation_->Start();
         actions_ = std::make_unique<RobotActions>(*window_, part_, folder_.Devices(), folder_.Path(), seed);
         actions_->Settle();
     }
@@ -89,6 +93,7 @@ private:
     RobotPort* end_ = nullptr;
     std::unique_ptr<RecordingPort> port_;
     std::unique_ptr<frmPart> window_;
+    std::unique_ptr<Automation> automation_;
     std::unique_ptr<RobotActions> actions_;
 };
 
@@ -109,6 +114,10 @@ bool Session::LogMatches() {
 }
 
 bool Session::Run(int steps) {
+    if (!actions_->Other().Connected()) {
+        std::puts("no session bus: run it by dbus-run-session");
+        return false;
+    }
     RobotChecks checks(*window_, part_);
     actions_->midway = [&] { checks.NoteValues(); };
     constexpr int kLogEvery = 250;
@@ -123,7 +132,7 @@ bool Session::Run(int steps) {
         }
         const auto made = end_->Take();
         writes += made.size();
-        std::string fault = checks.After(made);
+        std::string fault = checks.After(made) + actions_->Other().TakeFault();
         if (step % kLogEvery == 0 && !LogMatches()) {
             fault += "  the log differs from what went to the port\n";
         }
@@ -133,8 +142,12 @@ bool Session::Run(int steps) {
         }
         std::fflush(stdout);
     }
-    std::printf("%d steps, %d with faults; %zu comparisons, %llu port writes, %zu loads decoded\n", steps, faults,
-                checks.Checked(), static_cast<unsigned long long>(writes), checks.Decoded());
+    const RobotClient& other = actions_->Other();
+    std::printf(
+        "%d steps, %d with faults; %zu comparisons, %llu port writes, %zu loads decoded, %d calls over the bus (%d "
+        "refused)\n",
+        steps, faults, checks.Checked(), static_cast<unsigned long long>(writes), checks.Decoded(), other.Calls(),
+        other.Refused());
     return faults == 0;
 }
 

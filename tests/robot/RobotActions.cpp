@@ -12,25 +12,32 @@
 #include <QTimer>
 #include <array>
 
-#include "burst/cBurst.h"
-#include "core/Errors.h"
-#include "pll/cPLL.h"
+#include "core/cPart.h"
 #include "ui/TextBox.h"
 #include "ui/frmPart.h"
 
 RobotActions::RobotActions(frmPart& window, cPart& part, std::vector<std::string> devices, std::string folder,
                            unsigned seed)
-    : window_(window), part_(part), devices_(std::move(devices)), folder_(std::move(folder)), random_(seed) {
+    : window_(window),
+      part_(part),
+      devices_(std::move(devices)),
+      folder_(std::move(folder)),
+      random_(seed),
+      client_(part, devices_, random_) {
     Watch();
 }
 
-/// Answers dialogs and ends bursts that run round and round. Set anew first: an answer may open a dialog.
+/// Answers dialogs and ends bursts and menus that go on and on. Set anew first: an answer may open a dialog.
 void RobotActions::Watch() {
     constexpr int kPeriod = 3;
     QTimer::singleShot(kPeriod, this, [this] {
         Watch();
         if (QWidget* dialog = QApplication::activeModalWidget()) {
             Answer(*dialog);
+        }
+        opened_ = QApplication::activePopupWidget() != nullptr ? opened_ + 1 : 0;
+        if (opened_ > 3) {   // A button waits for its menu.
+            QApplication::activePopupWidget()->close();
         }
         running_ = part_.BurstRunning() ? running_ + 1 : 0;
         if (running_ > 3) {
@@ -45,12 +52,12 @@ void RobotActions::Answer(QWidget& widget) {
         widget.close();
         return;
     }
-    const bool accepted = Below(3) != 0;
+    const bool accepted = random_.Below(3) != 0;
     if (auto* input = qobject_cast<QInputDialog*>(dialog)) {
-        input->setTextValue(QStringLiteral("Mode %1").arg(Below(100)));
+        input->setTextValue(QStringLiteral("Mode %1").arg(random_.Below(100)));
     } else if (auto* files = qobject_cast<QFileDialog*>(dialog)) {
         files->setDirectory(QString::fromStdString(folder_));
-        files->selectFile(QStringLiteral("set%1.mac").arg(Below(4)));
+        files->selectFile(QStringLiteral("set%1.mac").arg(random_.Below(4)));
     }
     accepted ? dialog->accept() : dialog->reject();
 }
@@ -70,7 +77,7 @@ std::string RobotActions::Step() {
     Settle();
     for (int popups = 0; QApplication::activePopupWidget() != nullptr && popups < 5; ++popups) {
         QWidget* popup = QApplication::activePopupWidget();
-        if (Below(2) == 0) {
+        if (random_.Below(2) == 0) {
             QTest::keyClick(popup, Qt::Key_Down);
             QTest::keyClick(popup, Qt::Key_Return);
         }
@@ -87,7 +94,7 @@ std::string RobotActions::Step() {
 void RobotActions::CloseOthers() {
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget* other : windows) {
-        if (other != &window_ && other->isVisible() && other->isWindow() && Below(3) == 0) {
+        if (other != &window_ && other->isVisible() && other->isWindow() && random_.Below(3) == 0) {
             other->close();
         }
     }
@@ -98,16 +105,16 @@ void RobotActions::CloseOthers() {
 }
 
 std::string RobotActions::Do() {
-    static constexpr std::array kAll{&RobotActions::Click,        &RobotActions::Click,      &RobotActions::Click,
-                                     &RobotActions::Press,        &RobotActions::Press,      &RobotActions::Press,
-                                     &RobotActions::Enter,        &RobotActions::Enter,      &RobotActions::Pick,
-                                     &RobotActions::Pick,         &RobotActions::CallDevice, &RobotActions::CallDevice,
-                                     &RobotActions::ChangeWindow, &RobotActions::CallWindow, &RobotActions::CallBurst};
+    static constexpr std::array kAll{&RobotActions::Click,  &RobotActions::Click,  &RobotActions::Click,
+                                     &RobotActions::Press,  &RobotActions::Press,  &RobotActions::Press,
+                                     &RobotActions::Enter,  &RobotActions::Enter,  &RobotActions::Pick,
+                                     &RobotActions::Pick,   &RobotActions::Client, &RobotActions::Client,
+                                     &RobotActions::Client, &RobotActions::Client, &RobotActions::ChangeWindow};
     constexpr int kDeviceEvery = 25;
-    if (part_.ID().empty() || Below(kDeviceEvery) == 0) {
+    if (part_.ID().empty() || random_.Below(kDeviceEvery) == 0) {
         return Device();
     }
-    return (this->*kAll[static_cast<std::size_t>(Below(static_cast<int>(kAll.size())))])();
+    return (this->*random_.Of(kAll))();
 }
 
 /// What can be clicked now. The menu bar is left out: its items are picked by themselves.
@@ -129,12 +136,12 @@ std::string RobotActions::Click() {
     static constexpr std::array<Qt::KeyboardModifier, 5> kKeys{Qt::NoModifier, Qt::NoModifier, Qt::NoModifier,
                                                                Qt::ShiftModifier, Qt::ControlModifier};
     const auto controls = Controls();
-    QWidget* control = controls[static_cast<std::size_t>(Below(static_cast<int>(controls.size())))];
+    QWidget* control = random_.Of(controls);
     const std::string name = control->objectName().toStdString();
-    const QPoint at(Below(std::max(1, control->width())), Below(std::max(1, control->height())));
-    const Qt::MouseButton button = kButtons[static_cast<std::size_t>(Below(7))];
-    const Qt::KeyboardModifier keys = kKeys[static_cast<std::size_t>(Below(5))];
-    if (Below(12) == 0) {
+    const QPoint at(random_.Below(std::max(1, control->width())), random_.Below(std::max(1, control->height())));
+    const Qt::MouseButton button = random_.Of(kButtons);
+    const Qt::KeyboardModifier keys = random_.Of(kKeys);
+    if (random_.Below(12) == 0) {
         QTest::mouseDClick(control, button, keys, at);   // Leaves the button down.
         QTest::mouseRelease(control, button, keys, at);
         return "double click on " + name;
@@ -150,17 +157,11 @@ std::string RobotActions::Press() {
                                       Qt::Key_Down,     Qt::Key_Space,  Qt::Key_Minus,     Qt::Key_Period,
                                       Qt::Key_E,        Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Home,
                                       Qt::Key_PageDown, Qt::Key_Escape, Qt::Key_F1,        Qt::Key_Backtab};
-    const Qt::Key key = kKeys[static_cast<std::size_t>(Below(static_cast<int>(kKeys.size())))];
+    const Qt::Key key = random_.Of(kKeys);
     QWidget* focus = QApplication::focusWidget();
     QTest::keyClick(focus != nullptr && focus->window() == &window_ ? focus : &window_, key,
-                    Below(8) == 0 ? Qt::ShiftModifier : Qt::NoModifier);
+                    random_.Below(8) == 0 ? Qt::ShiftModifier : Qt::NoModifier);
     return "key " + std::to_string(key) + " in " + (focus == nullptr ? "" : focus->objectName().toStdString());
-}
-
-QString RobotActions::Number() {
-    static const QStringList kTexts{"0",    "-1",  "1e300", "abc", "",     "12.5", "4294967296", "1000.06",
-                                    "1e-9", "&H3", "65536", "100", "1000", "10",   "0.1",        "999999999999999"};
-    return Below(2) == 0 ? QString::number(Below(100000)) : kTexts[Below(static_cast<int>(kTexts.size()))];
 }
 
 std::string RobotActions::Enter() {
@@ -173,14 +174,14 @@ std::string RobotActions::Enter() {
     if (boxes.empty()) {
         return Press();
     }
-    TextBox* box = boxes[static_cast<std::size_t>(Below(static_cast<int>(boxes.size())))];
+    TextBox* box = random_.Of(boxes);
     const std::string name = box->objectName().toStdString();
-    const QString text = Number();
+    const QString text = random_.Number();
     QTest::mouseClick(box, Qt::LeftButton);   // Leaves the box where the focus was.
     midway();
     box->selectAll();
     QTest::keyClicks(box, text);
-    QTest::keyClick(box, Below(2) == 0 ? Qt::Key_Return : Qt::Key_Tab);
+    QTest::keyClick(box, random_.Below(2) == 0 ? Qt::Key_Return : Qt::Key_Tab);
     return "entry of '" + text.toStdString() + "' in " + name;
 }
 
@@ -193,7 +194,7 @@ std::string RobotActions::Pick() {
             items.push_back(item);
         }
     }
-    QAction* item = items[static_cast<std::size_t>(Below(static_cast<int>(items.size())))];
+    QAction* item = random_.Of(items);
     const std::string name = item->objectName().toStdString() + " \"" + item->text().toStdString() + "\"";
     item->trigger();
     return "menu item " + name;
@@ -205,115 +206,23 @@ void RobotActions::SelectDevice(std::size_t number) {
 }
 
 std::string RobotActions::Device() {
-    const int number = Below(static_cast<int>(devices_.size()) * 2);
+    const int number = random_.Below(static_cast<int>(devices_.size()) * 2);
     SelectDevice(static_cast<std::size_t>(number));
     return "device " + part_.ID();
 }
 
 std::string RobotActions::ChangeWindow() {
-    if (Below(2) == 0) {
-        const QSize size(641 + Below(1000), 427 + Below(600));
+    if (random_.Below(2) == 0) {
+        const QSize size(641 + random_.Below(1000), 427 + random_.Below(600));
         window_.resize(size);
         return "size " + std::to_string(size.width()) + " x " + std::to_string(size.height());
     }
-    const int page = Below(window_.Pages().count());
-    if (Below(2) == 0) {
+    const int page = random_.Below(window_.Pages().count());
+    if (random_.Below(2) == 0) {
         window_.SelectPage(page);
     } else {
         QTest::mouseClick(window_.Pages().tabBar(), Qt::LeftButton, {},
                           window_.Pages().tabBar()->tabRect(page).center());
     }
     return "page " + std::to_string(page);
-}
-
-/// As a client calls: failures are its own.
-std::string RobotActions::CallWindow() {
-    static const std::array<std::string, 5> kTabs{"Registers", "Bits/Pins", "BurstMode", "RF PLL", "no such page"};
-    const int call = Below(8);
-    window_.Unattended(true);
-    IgnoringFailures([&] {
-        switch (call) {
-            case 0:
-                window_.SelectTab(kTabs[static_cast<std::size_t>(Below(5))]);
-                break;
-            case 1:
-                window_.SetDeviceMode(Below(3));
-                break;
-            case 2:
-                window_.AutoReloadChange(Below(4) != 0);
-                break;
-            case 3:
-                window_.SaveSettings(Below(2) == 0);
-                break;
-            case 4:
-                window_.MaximizeWindow();
-                break;
-            case 5:
-                window_.ShowWindow();
-                break;
-            case 6:
-                window_.HeldByClient(Below(2) == 0);
-                break;
-            default:
-                SelectDevice(static_cast<std::size_t>(Below(1000)));
-        }
-    });
-    window_.Unattended(false);
-    return "call of the window, " + std::to_string(call);
-}
-
-std::string RobotActions::CallDevice() {
-    const int call = Below(6);
-    const double number = Number().toDouble();
-    IgnoringFailures([&] {
-        switch (call) {
-            case 0:
-                part_.Registers().At(1 + Below(4)).Value(number);
-                break;
-            case 1:
-                part_.PrgmBits().At(1 + Below(10)).Value(number);
-                break;
-            case 2:
-                part_.PLLs().At(1 + Below(2)).VCOFrequency(number);
-                break;
-            case 3:
-                part_.PLLs().At(1 + Below(2)).PDFrequency(number);
-                break;
-            case 4:
-                part_.PrgmPins().At(1 + Below(3)).Toggle();
-                break;
-            default:
-                part_.LoadAll();
-        }
-    });
-    part_.UpdateDisplays();   // A client's change shows when it asks for it.
-    return "call of the device, " + std::to_string(call) + ", " + std::to_string(number);
-}
-
-std::string RobotActions::CallBurst() {
-    const int call = Below(6);
-    const auto position = static_cast<std::int16_t>(Below(6));
-    IgnoringFailures([&] {
-        switch (call) {
-            case 0:
-                part_.AddBurstCommand(part_.Registers().At(1).ID(), BurstKind::Load);
-                break;
-            case 1:
-                part_.AddBurstCommand("", BurstKind::Pins, position);
-                break;
-            case 2:
-                part_.AddBurstCommand("20", BurstKind::Delay);
-                break;
-            case 3:
-                part_.RunBurstCommands();
-                break;
-            case 4:
-                part_.DeleteBurstCommand(position);
-                break;
-            default:
-                part_.BurstCmds().Count() > 40 ? part_.DeleteBurstCommands() : part_.RestoreBurstCommand(position);
-        }
-    });
-    part_.UpdateDisplays();
-    return "call of the burst list, " + std::to_string(call);
 }

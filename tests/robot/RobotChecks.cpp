@@ -118,7 +118,10 @@ std::optional<RobotWiring> RobotChecks::Wiring() const {
         }
         used |= line;
     }
-    const bool plain = !part_.SBIEnable() && !part_.HighByte() && !part_.LEModeHigh();
+    const bool frames = std::any_of(part_.BurstCmds().begin(), part_.BurstCmds().end(), [](const cBurst& command) {
+        return command.Command() == BurstKind::StartSBI || command.Command() == BurstKind::StopSBI;
+    });
+    const bool plain = !frames && !part_.SBIEnable() && !part_.HighByte() && !part_.LEModeHigh();
     return plain && wiring.bits > 0 && wiring.bits < 54 ? std::optional(wiring) : std::nullopt;
 }
 
@@ -155,6 +158,7 @@ void RobotChecks::CheckLoads(const std::vector<RobotPort::Write>& writes, const 
         ++decoded_;
         if (!values_.contains(value)) {
             Fail("loaded " + HexText(value) + ", which no register holds: " + held);
+            return;   // A burst has thousands.
         }
     }
 }

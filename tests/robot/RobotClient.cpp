@@ -1,0 +1,178 @@
+#include "RobotClient.h"
+
+#include <QCoreApplication>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
+
+#include "automation/Paths.h"
+#include "burst/cBurst.h"
+#include "core/cPart.h"
+#include "pll/cPLL.h"
+
+namespace {
+
+const QString kPrefix = kServiceName + QLatin1Char('.');
+
+}   // namespace
+
+/// Of an item of the device the path has the name of its list, and `=` stands before a property that is set. Arguments,
+/// a letter each: names of a Register, Field, Pin, Loop, Device, Tab; d a number, n a small one, k a kind of command,
+/// b a Boolean.
+struct RobotClient::Member {
+    const char* interface;
+    const char* list;
+    const char* name;
+    const char* arguments;
+};
+
+const std::vector<RobotClient::Member> RobotClient::kMembers{
+    {"_Application", "", "SelectTab", "T"},
+    {"_Application", "", "SelectPart", "D"},
+    {"_Application", "", "SetMode", "n"},
+    {"_Application", "", "SetVCOFrequency", "Ld"},
+    {"_Application", "", "SetPDFrequency", "Ld"},
+    {"_Application", "", "SetOSCinFrequency", "Ld"},
+    {"_Application", "", "GetVCOFrequency", "L"},
+    {"_Application", "", "SetPrgmBits", "Fd"},
+    {"_Application", "", "SetPrgmBitValue", "Fd"},
+    {"_Application", "", "GetPrgmBits", "F"},
+    {"_Application", "", "SetPrgmPins", "Pb"},
+    {"_Application", "", "SetPrgmPins", "Pbb"},
+    {"_Application", "", "LoadPart", ""},
+    {"_Application", "", "LoadReg", "n"},
+    {"_Application", "", "RunBurstMode", ""},
+    {"_Application", "", "Maximize", ""},
+    {"_Application", "", "Minimize", ""},
+    {"_Application", "", "ShowTarnwick", ""},
+    {"_Application", "", "SetAutoReload", "b"},
+    {"_Application", "", "SetSaveSettings", "b"},
+    {"_Application", "", "NoSuchMember", ""},
+    {"Object", "", "Release", ""},
+    {"Part", "", "AddBurstCommand", "Rk"},
+    {"Part", "", "AddBurstCommand", "Rkn"},
+    {"Part", "", "ChangeBurstCommand", "nRk"},
+    {"Part", "", "DeleteBurstCommand", "n"},
+    {"Part", "", "DeleteBurstCommands", ""},
+    {"Part", "", "RestoreBurstCommand", "n"},
+    {"Part", "", "RunBurstCommands", ""},
+    {"Part", "", "LoadAll", ""},
+    {"Part", "", "LoadChanges", ""},
+    {"Part", "", "LoadRegister", "R"},
+    {"Part", "", "ReadRegister", "n"},
+    {"Register", "Registers", "=Value", "d"},
+    {"Register", "Registers", "ToggleBit", "n"},
+    {"Register", "Registers", "SetBits", "dnn"},
+    {"PrgmBits", "PrgmBits", "=Value", "d"},
+    {"PrgmPin", "PrgmPins", "Toggle", ""},
+    {"PLL", "PLLs", "=VCOFrequency", "d"},
+    {"PLL", "PLLs", "=PDFrequency", "d"},
+    {"PLL", "PLLs", "=NValue", "d"},
+};
+
+RobotClient::RobotClient(cPart& part, std::vector<std::string> devices, RobotRandom& random)
+    : part_(part),
+      devices_(std::move(devices)),
+      random_(random),
+      bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("robot"))) {}
+
+/// The window may close before the reply to Release: whoever comes next makes an object of his own.
+std::string RobotClient::Step() {
+    constexpr int kAttachEvery = 4;
+    if (application_.isEmpty() && random_.Below(kAttachEvery) == 0) {
+        application_ = Call(kRootPath, kPrefix + QLatin1String("Factory"), QStringLiteral("CreateApplication"), {})
+                           .value<QDBusObjectPath>()
+                           .path();
+        return "client: CreateApplication";
+    }
+    const Member& member = random_.Of(kMembers);
+    const QString interface = kPrefix + QLatin1String(member.interface);
+    const QString path = Path(member);
+    QVariantList arguments;
+    QString told;
+    for (const char* kind = member.arguments; *kind != 0; ++kind) {
+        arguments << Argument(*kind);
+        told += QLatin1Char(' ') + arguments.back().toString();
+    }
+    if (member.name[0] == '=') {
+        const QVariant value = QVariant::fromValue(QDBusVariant(arguments[0]));
+        Call(path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"),
+             {interface, QString::fromLatin1(member.name + 1), value});
+    } else {
+        Call(path, interface, QString::fromLatin1(member.name), arguments);
+    }
+    if (member.interface != std::string("_Application")) {
+        // A change of the device shows when it is asked for.
+        Call(kPartPath, kPrefix + QLatin1String("Part"), QStringLiteral("UpdateDisplays"), {});
+    }
+    if (member.interface == std::string("Object")) {
+        application_.clear();
+    }
+    return ("client: " + path + ' ' + QLatin1String(member.name) + told).toStdString();
+}
+
+QString RobotClient::Path(const Member& member) {
+    const std::string interface = member.interface;
+    if (interface == "_Application" || interface == "Object") {
+        return application_.isEmpty() ? kRootPath + QLatin1String("/Application/1") : application_;   // Of long ago.
+    }
+    constexpr int kItems = 8;
+    return member.list[0] == 0
+               ? kPartPath
+               : kPartPath + QStringLiteral("/%1/%2").arg(QLatin1String(member.list)).arg(1 + random_.Below(kItems));
+}
+
+QVariant RobotClient::Argument(char kind) {
+    const auto nameOf = [this](const auto& items) {
+        const int position = 1 + random_.Below(items.Count() + 1);
+        return position > items.Count() ? QStringLiteral("none of them")
+                                        : QString::fromStdString(items.At(position).ID());
+    };
+    static const QStringList kTabs{"Registers", "Bits/Pins", "BurstMode", "RF PLL", "Port Setup", "no such page"};
+    constexpr int kSmall = 8;
+    constexpr int kKinds = 10;
+    switch (kind) {
+        case 'R':
+            return nameOf(part_.Registers());
+        case 'F':
+            return nameOf(part_.PrgmBits());
+        case 'P':
+            return nameOf(part_.PrgmPins());
+        case 'L':
+            return nameOf(part_.PLLs());
+        case 'D':
+            return QString::fromStdString(random_.Of(devices_));
+        case 'T':
+            return random_.Of(kTabs);
+        case 'b':
+            return random_.Below(2) == 0;
+        case 'd':
+            return random_.Number().toDouble();
+        case 'k':
+            return QVariant::fromValue(static_cast<short>(random_.Below(kKinds)));
+        default:
+            return QVariant::fromValue(static_cast<short>(random_.Below(kSmall)));
+    }
+}
+
+QVariant RobotClient::Call(const QString& path, const QString& interface, const QString& member,
+                           const QVariantList& arguments) {
+    auto call = QDBusMessage::createMethodCall(kServiceName, path, interface, member);
+    call.setArguments(arguments);
+    const QDBusPendingCallWatcher reply(bus_.asyncCall(call));
+    while (!reply.isFinished()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    const QDBusMessage answer = reply.reply();
+    ++calls_;
+    if (answer.type() == QDBusMessage::ReplyMessage) {
+        return answer.arguments().value(0);
+    }
+    ++refused_;
+    if (!answer.errorName().startsWith(kPrefix + QLatin1String("Error."))) {
+        fault_ += "  " + member.toStdString() + " is answered with " + answer.errorName().toStdString() + ": " +
+                  answer.errorMessage().toStdString() + "\n";
+    }
+    return {};
+}
