@@ -23,11 +23,11 @@ struct Ran {
     std::string err;
 };
 
-/// Runs the program with arguments as a shell takes them.
-Ran Tool(const std::string& arguments) {
+/// Runs the program with arguments as a shell takes them; what it prints goes to a file of its own or another place.
+Ran Tool(const std::string& arguments, const std::string& out = {}) {
     const TempFolder folder;
-    const std::string command =
-        PART_TOOL " " + arguments + " > " + folder.Path("out") + " 2> " + folder.Path("err") + " < /dev/null";
+    const std::string command = PART_TOOL " " + arguments + " > " + (out.empty() ? folder.Path("out") : out) + " 2> " +
+                                folder.Path("err") + " < /dev/null";
     const int status = ::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, folder.Read("out"), folder.Read("err")};
 }
@@ -193,6 +193,14 @@ TEST(PartTool, ShowListsEveryBitOnceWithItsField) {
         bits += std::stoi(run[1]) - std::stoi(run[3].empty() ? run[1] : run[3]) + 1;
     }
     EXPECT_EQ(bits, 8 * 32) << "this device has no fields that share bits";
+}
+
+TEST(PartTool, TellsWhenItsOutputIsLost) {
+    for (const std::string command : {"check --json ", "show ", "words "}) {
+        const Ran ran = Tool(command + Part("QRV1150"), "/dev/full");
+        EXPECT_EQ(ran.status, 1) << command;
+        EXPECT_EQ(ran.err, "tarnwick-part: can't write the output: No space left on device\n") << command;
+    }
 }
 
 TEST(PartTool, RefusesWhatItDoesNotUnderstand) {
