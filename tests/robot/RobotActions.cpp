@@ -25,6 +25,8 @@ RobotActions::RobotActions(frmPart& window, cPart& part, std::vector<std::string
       random_(seed),
       client_(part, devices_, random_) {
     Watch();
+    // A click leaves the box where the focus was, whose entry then counts, before it does what else it does.
+    connect(qApp, &QApplication::focusChanged, this, [this] { midway(); });
 }
 
 /// Answers dialogs and ends bursts and menus that go on and on. Set anew first: an answer may open a dialog.
@@ -177,8 +179,7 @@ std::string RobotActions::Enter() {
     TextBox* box = random_.Of(boxes);
     const std::string name = box->objectName().toStdString();
     const QString text = random_.Number();
-    QTest::mouseClick(box, Qt::LeftButton);   // Leaves the box where the focus was.
-    midway();
+    QTest::mouseClick(box, Qt::LeftButton);
     box->selectAll();
     QTest::keyClicks(box, text);
     QTest::keyClick(box, random_.Below(2) == 0 ? Qt::Key_Return : Qt::Key_Tab);

@@ -18,12 +18,12 @@ const QString kPrefix = kServiceName + QLatin1Char('.');
 }   // namespace
 
 /// Of an item of the device the path has the name of its list, and `=` stands before a property that is set. Arguments,
-/// a letter each: names of a Register, Field, Pin, Loop, Device, Tab; d a number, n a small one, k a kind of command,
-/// b a Boolean.
+/// a letter each: names of a Register, Field, Pin, Loop, Device, Tab; d a number, n a small one, k a kind of command, a
+/// digit that kind, w the passes of a delay, b a Boolean, mostly true. What stands here twice is called twice as often.
 struct RobotClient::Member {
-    const char* interface;
-    const char* list;
-    const char* name;
+    QString interface;
+    QString list;
+    QString name;
     const char* arguments;
 };
 
@@ -50,8 +50,12 @@ const std::vector<RobotClient::Member> RobotClient::kMembers{
     {"_Application", "", "SetSaveSettings", "b"},
     {"_Application", "", "NoSuchMember", ""},
     {"Object", "", "Release", ""},
+    {"Part", "", "AddBurstCommand", "R0"},
+    {"Part", "", "AddBurstCommand", "R0"},
+    {"Part", "", "AddBurstCommand", "R0n"},
+    {"Part", "", "AddBurstCommand", "R1n"},
+    {"Part", "", "AddBurstCommand", "w2"},
     {"Part", "", "AddBurstCommand", "Rk"},
-    {"Part", "", "AddBurstCommand", "Rkn"},
     {"Part", "", "ChangeBurstCommand", "nRk"},
     {"Part", "", "DeleteBurstCommand", "n"},
     {"Part", "", "DeleteBurstCommands", ""},
@@ -77,7 +81,6 @@ RobotClient::RobotClient(cPart& part, std::vector<std::string> devices, RobotRan
       random_(random),
       bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("robot"))) {}
 
-/// The window may close before the reply to Release: whoever comes next makes an object of his own.
 std::string RobotClient::Step() {
     constexpr int kAttachEvery = 4;
     if (application_.isEmpty() && random_.Below(kAttachEvery) == 0) {
@@ -87,7 +90,7 @@ std::string RobotClient::Step() {
         return "client: CreateApplication";
     }
     const Member& member = random_.Of(kMembers);
-    const QString interface = kPrefix + QLatin1String(member.interface);
+    const QString interface = kPrefix + member.interface;
     const QString path = Path(member);
     QVariantList arguments;
     QString told;
@@ -95,37 +98,41 @@ std::string RobotClient::Step() {
         arguments << Argument(*kind);
         told += QLatin1Char(' ') + arguments.back().toString();
     }
-    if (member.name[0] == '=') {
+    if (member.name.startsWith('=')) {
         const QVariant value = QVariant::fromValue(QDBusVariant(arguments[0]));
         Call(path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"),
-             {interface, QString::fromLatin1(member.name + 1), value});
+             {interface, member.name.mid(1), value});
     } else {
-        Call(path, interface, QString::fromLatin1(member.name), arguments);
+        Call(path, interface, member.name, arguments);
     }
-    if (member.interface != std::string("_Application")) {
-        // A change of the device shows when it is asked for.
+    if (path.startsWith(kPartPath) || member.name == QLatin1String("SetPrgmPins")) {
+        // A change of the device shows when it is asked for, and so does a pin that is set for later.
         Call(kPartPath, kPrefix + QLatin1String("Part"), QStringLiteral("UpdateDisplays"), {});
     }
-    if (member.interface == std::string("Object")) {
+    if (member.name == QLatin1String("Release")) {
         application_.clear();
     }
-    return ("client: " + path + ' ' + QLatin1String(member.name) + told).toStdString();
+    return ("client: " + path + ' ' + member.name + told).toStdString();
 }
 
 QString RobotClient::Path(const Member& member) {
-    const std::string interface = member.interface;
-    if (interface == "_Application" || interface == "Object") {
-        return application_.isEmpty() ? kRootPath + QLatin1String("/Application/1") : application_;   // Of long ago.
+    const QString& list = member.list;
+    if (!list.isEmpty()) {
+        const int position = list == QLatin1String("Registers")  ? PositionIn(part_.Registers())
+                             : list == QLatin1String("PrgmBits") ? PositionIn(part_.PrgmBits())
+                             : list == QLatin1String("PrgmPins") ? PositionIn(part_.PrgmPins())
+                                                                 : PositionIn(part_.PLLs());
+        return QStringLiteral("%1/%2/%3").arg(kPartPath, list).arg(position);
     }
-    constexpr int kItems = 8;
-    return member.list[0] == 0
-               ? kPartPath
-               : kPartPath + QStringLiteral("/%1/%2").arg(QLatin1String(member.list)).arg(1 + random_.Below(kItems));
+    if (member.interface == QLatin1String("Part")) {
+        return kPartPath;
+    }
+    return application_.isEmpty() ? kRootPath + QLatin1String("/Application/1") : application_;   // Of long ago.
 }
 
 QVariant RobotClient::Argument(char kind) {
     const auto nameOf = [this](const auto& items) {
-        const int position = 1 + random_.Below(items.Count() + 1);
+        const int position = PositionIn(items);
         return position > items.Count() ? QStringLiteral("none of them")
                                         : QString::fromStdString(items.At(position).ID());
     };
@@ -146,7 +153,13 @@ QVariant RobotClient::Argument(char kind) {
         case 'T':
             return random_.Of(kTabs);
         case 'b':
-            return random_.Below(2) == 0;
+            return random_.Below(4) != 0;
+        case 'w':
+            return QStringLiteral("20");
+        case '0':
+        case '1':
+        case '2':
+            return QVariant::fromValue(static_cast<short>(kind - '0'));
         case 'd':
             return random_.Number().toDouble();
         case 'k':

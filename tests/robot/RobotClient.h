@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QString>
 #include <QVariant>
 #include <string>
 #include <utility>
@@ -27,6 +28,11 @@ private:
     struct Member;
     static const std::vector<Member> kMembers;
 
+    /// A position among the device's items, or the next after the last.
+    template <class Items>
+    [[nodiscard]] int PositionIn(const Items& items) {
+        return 1 + random_.Below(items.Count() + 1);
+    }
     [[nodiscard]] QVariant Argument(char kind);
     [[nodiscard]] QString Path(const Member& member);
     /// The first result; of a call that failed none.
