@@ -8,7 +8,7 @@ cd "$(dirname "$0")"
 
 # shellcheck disable=SC2086
 need $build_packages
-configure_options="-DTARNWICK_TESTS=OFF -DTARNWICK_BENCH=OFF" build release tarnwick
+build release tarnwick
 
 doing="filling build/run"
 run=$PWD/build/run

@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 
 # shellcheck disable=SC2086
 need $build_packages libgtest-dev xvfb dbus
-build release tarnwick_bench
+build bench tarnwick_bench
 doing="measuring"
 step "Measuring"
-build/release/bench/tarnwick_bench "$@"
+build/bench/bench/tarnwick_bench "$@"

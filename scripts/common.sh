@@ -48,7 +48,7 @@ build() {
     mkdir -p build
     log=build/$preset.log
     doing="configuring the $preset build (see $log)"
-    if ! cmake --preset "$preset" ${configure_options:-} >"$log" 2>&1; then
+    if ! cmake --preset "$preset" >"$log" 2>&1; then
         tail -n 30 "$log" >&2
         return 1
     fi

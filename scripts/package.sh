@@ -6,7 +6,8 @@ cd "$(dirname "$0")/.."
 
 # shellcheck disable=SC2086
 need $build_packages dpkg-dev file
-configure_options="-DCMAKE_INSTALL_PREFIX=/usr -DTARNWICK_TESTS=OFF -DTARNWICK_BENCH=OFF" build release
+build release
 doing="making the package"
+rm -f build/package/*.deb   # Of an earlier version.
 cpack --config build/release/CPackConfig.cmake -B build/package >build/package.log 2>&1 || { cat build/package.log >&2; exit 1; }
 step "Made: $(ls build/package/*.deb)"
