@@ -9,7 +9,7 @@ trap 'status=$?; if [ $status -ne 0 ]; then printf "\nFAILED while %s (exit code
 build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libgl-dev libxcb1-dev fonts-dejavu-core"
 test_packages="libgtest-dev nlohmann-json3-dev sigrok-cli dbus libglib2.0-bin python3-dbus systemd"
 test_packages="$test_packages desktop-file-utils appstream lintian man-db libxml2-utils"
-screen_packages="xvfb imagemagick dbus libglib2.0-bin python3-dbus"
+screen_packages="xvfb imagemagick xdotool dbus libglib2.0-bin python3-dbus"
 hardware_packages="qemu-system-x86 busybox-static cpio"
 
 as_root() {
@@ -66,6 +66,15 @@ register_service() {   # SERVICES PROGRAMS
     sed "s|@CMAKE_INSTALL_FULL_BINDIR@|$2|" packaging/com.ostrel.Tarnwick2x.service.in >"$1/com.ostrel.Tarnwick2x.service"
 }
 
+# Prints what another program writes to a file, as soon as it stands there.
+text_of() {   # FILE
+    for _ in $(seq 100); do
+        [ -s "$1" ] && break
+        sleep 0.1
+    done
+    [ -s "$1" ] && cat "$1"
+}
+
 # Starts a virtual display of a size and leaves its process in $xvfb, for the caller to end.
 start_display() {
     local number
@@ -73,12 +82,17 @@ start_display() {
     number=$(mktemp)
     Xvfb -displayfd 9 -screen 0 "$1" -nolisten tcp >/dev/null 2>&1 9>"$number" &
     xvfb=$!
-    for _ in $(seq 100); do
-        [ -s "$number" ] && break
-        sleep 0.1
-    done
-    [ -s "$number" ]
-    DISPLAY=:$(cat "$number")
+    DISPLAY=:$(text_of "$number")
     export DISPLAY
     rm -f "$number"
+}
+
+# Selects the fractional synthesizer QRV3320 in the menu, by keys, as a user does.
+pick_fractional() {
+    local window
+    doing="selecting QRV3320 in the menu"
+    window=$(timeout 20 xdotool search --sync --onlyvisible --name '^QRV$')
+    xdotool windowfocus --sync "$window"
+    xdotool key --delay 60 alt+s Down Down Down Right Return
+    timeout 10 xdotool search --sync --onlyvisible --name '^QRV3320$' >/dev/null
 }

@@ -11,11 +11,7 @@ register_service "$run/share/dbus-1/services" "$run"
 XDG_DATA_DIRS=$run/share:${XDG_DATA_DIRS:-/usr/local/share:/usr/share} \
     dbus-daemon --session --nofork --nosyslog --print-address=1 >"$run/.bus" 2>"$run/tarnwick.out" &
 bus=$!
-for _ in $(seq 100); do
-    [ -s "$run/.bus" ] && break
-    sleep 0.1
-done
-DBUS_SESSION_BUS_ADDRESS=$(cat "$run/.bus")
+DBUS_SESSION_BUS_ADDRESS=$(text_of "$run/.bus")
 export DBUS_SESSION_BUS_ADDRESS
 rm -f "$run/.bus"
 
@@ -34,9 +30,9 @@ coproc holder { exec /usr/bin/python3 examples/hold-application.py; }
 exec {holding}>&"${holder[1]}"   # The holder ends when this is closed.
 read -r -t 30 app <&"${holder[0]}"
 
-step "Selecting the fractional synthesizer QRV3320 and loading its registers"
-doing="selecting a device"
-call "$app" _Application.SelectPart QRV3320 >/dev/null
+step "Selecting the fractional synthesizer QRV3320 in the menu and loading its registers"
+pick_fractional
+doing="loading the registers"
 call "$app" _Application.LoadPart >/dev/null
 
 step "Stepping its VCO through five frequencies"

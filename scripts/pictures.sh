@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 . scripts/common.sh
 
 # shellcheck disable=SC2086
-need $screen_packages xdotool
+need $screen_packages
 images=$PWD/docs/images
 folder=$(mktemp -d)
 xvfb='' bus='' tarnwick=''
@@ -21,14 +21,10 @@ install -m 755 "${1:-build/release}/tarnwick" "$folder/tarnwick"
 cp parts/*.ini "$folder"
 dbus-daemon --session --nofork --nosyslog --print-address=1 >"$folder/.bus" 2>/dev/null &
 bus=$!
-for _ in $(seq 100); do
-    [ -s "$folder/.bus" ] && break
-    sleep 0.1
-done
-DBUS_SESSION_BUS_ADDRESS=$(cat "$folder/.bus") "$folder/tarnwick" 2>/dev/null &
+DBUS_SESSION_BUS_ADDRESS=$(text_of "$folder/.bus")
+export DBUS_SESSION_BUS_ADDRESS
+"$folder/tarnwick" 2>/dev/null &
 tarnwick=$!
-window=$(timeout 20 xdotool search --sync --onlyvisible --name '^QRV$')
-xdotool windowfocus --sync "$window"
 
 keys() { xdotool key --delay 60 "$@"; }
 shoot() {   # FILE
@@ -36,9 +32,7 @@ shoot() {   # FILE
     import -window root -crop "$size+0+0" +repage +dither -colors 64 -strip "$images/$1"
 }
 
-doing="selecting QRV3320 in the menu"
-keys alt+s Down Down Down Right Return
-timeout 10 xdotool search --sync --onlyvisible --name "^QRV3320\$" >/dev/null
+pick_fractional
 
 doing="taking the pictures"
 shoot first-2-reference.png   # The PLL's page comes by itself.
