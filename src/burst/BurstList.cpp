@@ -35,55 +35,26 @@ std::int32_t DelayCount(const std::string& text) {
                           "\" is no delay: a whole number from 0 to 2147483647 is expected, the passes of a busy loop");
 }
 
-// Register comes last in each: it builds the words from what stands before it.
-
-void BuildLoad(cPart& part, cBurst& command, const std::string& name) {
-    const cRegister& loaded = part.Registers().At(name);
-    command.Description("Load " + name + " = " + loaded.RegisterString() + PinList(part));
-    command.RegisterName(loaded.ID());
-    command.LowByte(loaded.LowByte());
-    command.Register(loaded.Value());
-}
-
-void BuildDelay(cBurst& command, const std::string& name) {
-    const std::int32_t passes = DelayCount(name);
-    command.Description("Delay of " + name);
-    command.Register(passes);
-}
-
-void BuildStart(cPart& part, cBurst& command, const std::string& name) {
-    command.Description("Start SBI Load Sequence");
-    command.RegisterName(name);
-    command.Register(part.Registers().At(1).Value());
-}
-
 /// A command of its own, so that one that can't be built changes nothing.
 cBurst Build(cPart& part, const std::string& name, std::int16_t kind) {
-    cBurst command(part);
-    command.Command(kind);
     switch (kind) {
-        case BurstKind::Load:
-            BuildLoad(part, command, name);
-            break;
+        case BurstKind::Load: {
+            const cRegister& loaded = part.Registers().At(name);
+            const std::string line = "Load " + name + " = " + loaded.RegisterString() + PinList(part);
+            return {part, kind, line, loaded.Value(), loaded.ID(), loaded.LowByte()};
+        }
         case BurstKind::Pins:
-            command.Description("Change Pin State" + PinList(part));
-            command.Register(0);
-            break;
+            return {part, kind, "Change Pin State" + PinList(part), 0};
         case BurstKind::Delay:
-            BuildDelay(command, name);
-            break;
+            return {part, kind, "Delay of " + name, static_cast<double>(DelayCount(name))};
         case BurstKind::StartSBI:
-            BuildStart(part, command, name);
-            break;
+            return {part, kind, "Start SBI Load Sequence", part.Registers().At(1).Value(), name};
         case BurstKind::StopSBI:
-            command.Description("Stop SBI Load Sequence");
-            command.Register(0);
-            break;
+            return {part, kind, "Stop SBI Load Sequence", 0};
         default:
             throw RefusedError("no burst command has the kind " + std::to_string(kind) +
                                ": 0 is a register load, 1 a pin change, 2 a delay, 4 and 5 start and stop an SBI load");
     }
-    return command;
 }
 
 /// Plays the list once and returns the number of port writes. No event is handled meanwhile.

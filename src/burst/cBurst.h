@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+class Waveform;
 class cPart;
 
 /// The kinds of burst commands, by their numbers in files. 3 is free.
@@ -20,11 +21,14 @@ struct BurstKind {
 
 inline constexpr int kMostBurstCommands = 32767;   ///< Positions in the list are 16-bit numbers.
 
-/// One command of the burst list. Its port words are worked out when Register is set, from the wiring, the pins and
-/// the framing of that moment, and stay as they are whatever changes later; playing only copies them to the port.
+/// One command of the burst list. Its port words are worked out when it is made, from the wiring, the pins and the
+/// framing of that moment, and stay as they are whatever changes later; playing only copies them to the port.
 class cBurst {
 public:
-    explicit cBurst(cPart& part) noexcept : part_(&part) {}
+    /// A command with all that its words depend on: `v` is the value to load, of a delay its passes; `lowByte` as
+    /// below.
+    cBurst(cPart& part, std::int16_t kind, std::string_view description, double v, std::string_view registerName = {},
+           bool lowByte = false);
 
     [[nodiscard]] std::int16_t Command() const noexcept { return command_; }   ///< One of BurstKind.
     void Command(std::int16_t kind) noexcept { command_ = kind; }
@@ -47,7 +51,7 @@ public:
     /// Whether a load latches: false for the high part of a register pair.
     void LowByte(bool low) noexcept { lowByte_ = low; }
 
-    /// The value that a load shifts out. A set comes last: it builds the port words, of a delay the Delay.
+    /// The value that a load shifts out. A new one makes the port words anew, of a delay the Delay.
     [[nodiscard]] double Register() const noexcept { return register_; }
     void Register(double v);
 
@@ -73,6 +77,7 @@ public:
 private:
     [[nodiscard]] bool Shifts() const noexcept;
     [[nodiscard]] std::size_t PlayedWords() const noexcept;
+    void AddWords(Waveform& form) const;
     void SetTexts(std::string_view description, std::string_view registerName);
 
     // Lists are long: words and texts are held without room for more, and the texts in one piece.

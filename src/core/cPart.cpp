@@ -26,23 +26,19 @@ DeviceDisplay noDisplay;
 
 }   // namespace
 
-cPart::cPart() : port_(&noPort), display_(&noDisplay), pump_(&noEvents) {
-    ResizePattern();
-}
+cPart::cPart() : port_(&noPort), display_(&noDisplay), pump_(&noEvents) {}
 
 cPart::~cPart() = default;
 
 void cPart::RegisterLength(std::int16_t bits) {
     registerLength_ = bits;
     display_->RebuildRulers();
-    ResizePattern();
+    waveform_.Reserve(registerLength_, sbiEnable_);
 }
 
 void cPart::SBIEnable(bool on) {
     sbiEnable_ = on;
-    if (on) {
-        ResizePattern();
-    }
+    waveform_.Reserve(registerLength_, sbiEnable_);
 }
 
 void cPart::AddRegister(const std::string& name, std::int32_t mask, double v, bool lowByte,
@@ -174,7 +170,6 @@ void cPart::ClearPLL() {
     display_->ClearForm();
     display_->RemovePLLPages();
     lines_ = 0;
-    portPattern_.clear();
     prgmBits_.Clear();
     prgmPins_.Clear();
     registers_.Clear();

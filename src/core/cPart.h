@@ -9,6 +9,7 @@
 #include "core/Collection.h"
 #include "core/FileItems.h"
 #include "core/Problems.h"
+#include "core/Waveform.h"
 #include "core/cPrgmBits.h"
 #include "core/cPrgmPin.h"
 #include "core/cRegister.h"
@@ -173,15 +174,10 @@ public:
     [[nodiscard]] int& FieldVisits() noexcept { return fieldVisits_; }
 
 private:
-    struct PinWords;
     class BurstRun;
 
-    void WritePortWord(int word, int pins);
-    [[nodiscard]] PinWords TakePins() const;
-    void ResizePattern();
-    std::size_t BuildWords(double v, int droppedBits);
-    std::size_t BuildTail(std::size_t next, bool withLatch, int trigger);
-    void SendPattern(std::size_t words, int pins);
+    template <class Make>
+    void Send(Wiring wiring, Make make);
     [[nodiscard]] cRegister* PartnerOf(const cRegister& one) const;
     void ShiftOut(cRegister* shifted, std::string& name);
     void ShowBurst(bool vectors);
@@ -204,7 +200,7 @@ private:
     FileItems items_;
     std::string id_;
     std::string initFile_;
-    std::vector<std::int16_t> portPattern_;   ///< Work buffer: the words of one register.
+    Waveform waveform_;
     int fieldVisits_ = 0;
     std::int16_t portAddress_ = 0;
     std::int16_t clockPosition_ = 0;

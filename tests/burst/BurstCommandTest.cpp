@@ -90,9 +90,7 @@ TEST(BurstCommand, KeepsItsWordsWhenTheWiringChanges) {
 
 TEST(BurstCommand, DelayLoopIsNotOptimisedAway) {
     TestPart device(3);
-    cBurst delay(device.part);
-    delay.Command(BurstKind::Delay);
-    delay.Register(std::numeric_limits<std::int32_t>::min());
+    cBurst delay(device.part, BurstKind::Delay, "", std::numeric_limits<std::int32_t>::min());
     delay.Execute();   // No pass.
     delay.Register(20'000'000);
     const auto start = std::chrono::steady_clock::now();
