@@ -2,9 +2,11 @@
 
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <QObject>
-#include <QString>
+#include <cstdint>
 #include <functional>
+#include <string>
+
+#include "automation/Interface.h"
 
 class cPLL;
 class cPart;
@@ -14,37 +16,34 @@ class ProgramWindow;
 
 /// What a client drives. It holds no state: each call is handed on to the window or the device, and throws what
 /// they throw. com.ostrel.Tarnwick2x.xml tells what each member does.
-class Application : public QObject {
-    Q_OBJECT
-    Q_PROPERTY(QDBusObjectPath Part READ Part)
-
+class Application {
 public:
     /// `release` ends the object.
     Application(cPart& part, ProgramWindow& window, std::function<void()> release);
 
-    [[nodiscard]] QString GetPDFrequency(const QString& sPLL) const;
-    [[nodiscard]] int GetPrgmBits(const QString& sPrgmBits) const;
-    [[nodiscard]] int GetPrgmBitValue(const QString& sPrgmBits) const;
-    [[nodiscard]] bool GetPrgmPins(const QString& sPrgmPins) const;
-    [[nodiscard]] double GetVCOFrequency(const QString& sPLL) const;
-    [[nodiscard]] double GetOSCinFrequency(const QString& sPLL) const;
+    [[nodiscard]] std::string GetPDFrequency(const std::string& sPLL) const;
+    [[nodiscard]] std::int32_t GetPrgmBits(const std::string& sPrgmBits) const;
+    [[nodiscard]] std::int32_t GetPrgmBitValue(const std::string& sPrgmBits) const;
+    [[nodiscard]] bool GetPrgmPins(const std::string& sPrgmPins) const;
+    [[nodiscard]] double GetVCOFrequency(const std::string& sPLL) const;
+    [[nodiscard]] double GetOSCinFrequency(const std::string& sPLL) const;
     void LoadPart();
-    void LoadReg(short index);
+    void LoadReg(std::int16_t index);
     void Maximize();
     void Minimize();
     [[nodiscard]] QDBusObjectPath Part() const;
-    QString RestoreSetup(const QString& sName);
+    std::string RestoreSetup(const std::string& sName);
     void RunBurstMode();
     void StopBurstMode();
-    QString SelectPart(const QString& sName);
-    void SelectTab(const QString& sTab);
-    void SetMode(short index);
-    void SetPDFrequency(const QString& sPLL, double dFreq);
-    void SetPrgmBits(const QString& sPrgmBits, double iValue);
-    void SetPrgmBitValue(const QString& sPrgmBits, double iValue);
-    void SetPrgmPins(const QString& sPrgmPins, bool bValue, bool bUpdate = true);
-    void SetVCOFrequency(const QString& sPLL, double dFreq);
-    void SetOSCinFrequency(const QString& sPLL, double dFreq);
+    std::string SelectPart(const std::string& sName);
+    void SelectTab(const std::string& sTab);
+    void SetMode(std::int16_t index);
+    void SetPDFrequency(const std::string& sPLL, double dFreq);
+    void SetPrgmBits(const std::string& sPrgmBits, double iValue);
+    void SetPrgmBitValue(const std::string& sPrgmBits, double iValue);
+    void SetPrgmPins(const std::string& sPrgmPins, bool bValue, bool bUpdate);
+    void SetVCOFrequency(const std::string& sPLL, double dFreq);
+    void SetOSCinFrequency(const std::string& sPLL, double dFreq);
     void ShowTarnwick();
     [[nodiscard]] bool GetAutoReload() const;
     QDBusVariant SetAutoReload(bool bValue);
@@ -54,12 +53,16 @@ public:
     void Release();
 
 private:
-    [[nodiscard]] cPLL& PLL(const QString& name) const;
-    [[nodiscard]] cPrgmBits& Field(const QString& name) const;
-    [[nodiscard]] cPrgmPin& Pin(const QString& name) const;
+    [[nodiscard]] cPLL& PLL(const std::string& name) const;
+    [[nodiscard]] cPrgmBits& Field(const std::string& name) const;
+    [[nodiscard]] cPrgmPin& Pin(const std::string& name) const;
     void ShowAndLoad();
 
     cPart& part_;
     ProgramWindow& window_;
     std::function<void()> release_;
 };
+
+// The interfaces of an Application object.
+Interface ApplicationInterface();
+Interface ObjectInterface();

@@ -1,12 +1,8 @@
 #include "automation/Factory.h"
 
-#include "ApplicationAdaptor.h"
-#include "ObjectAdaptor.h"
-#include "automation/Application.h"
+#include "automation/ModelInterface.h"
 #include "automation/Paths.h"
 #include "platform/ProgramWindow.h"
-
-Factory::Served::~Served() = default;
 
 Factory::Factory(cPart& part, ProgramWindow& window) : part_(part), window_(window) {}
 
@@ -19,13 +15,8 @@ QDBusObjectPath Factory::CreateApplication() {
     held_ = true;
     const bool first = ++clients_[client] == 1;
     const int number = ++lastNumber_;
-    auto made = std::make_shared<Served>();
-    made->client = client;
-    made->application = std::make_unique<Application>(
-        part_, window_, [this, number] { ReleaseWhere([number](int one, const Served&) { return one == number; }); });
-    made->members = new ApplicationAdaptor(made->application.get());
-    made->lifetime = new ObjectAdaptor(made->application.get());
-    served_.emplace(number, std::move(made));
+    const auto release = [this, number] { ReleaseWhere([number](int one, const Served&) { return one == number; }); };
+    served_.emplace(number, std::make_shared<Served>(Served{client, Application(part_, window_, release)}));
     emit StatusChanged();
     if (first) {
         emit ClientCame(client);
@@ -82,4 +73,10 @@ QString Factory::Status() const {
         return tr("Automation ready");
     }
     return clients_.size() == 1 ? tr("Held by 1 client") : tr("Held by %1 clients").arg(clients_.size());
+}
+
+Interface FactoryInterface() {
+    ModelInterface<Factory> face("com.ostrel.Tarnwick2x.Factory");
+    face.Method("CreateApplication", "", "application", &Factory::CreateApplication);
+    return face;
 }

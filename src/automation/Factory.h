@@ -8,8 +8,8 @@
 #include <map>
 #include <memory>
 
-class Application;
-class QDBusAbstractAdaptor;
+#include "automation/Application.h"
+
 class cPart;
 class ProgramWindow;
 
@@ -22,10 +22,7 @@ public:
     /// An Application object as it stands on the bus. Whoever calls it keeps it alive meanwhile.
     struct Served {
         QString client;   ///< Unique name of the client that made it.
-        std::unique_ptr<Application> application;
-        QDBusAbstractAdaptor* members = nullptr;
-        QDBusAbstractAdaptor* lifetime = nullptr;
-        ~Served();
+        Application application;
     };
 
     Factory(cPart& part, ProgramWindow& window);
@@ -65,3 +62,5 @@ private:
     int lastNumber_ = 0;            // Numbers aren't used again.
     bool held_ = false;
 };
+
+Interface FactoryInterface();

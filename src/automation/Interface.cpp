@@ -2,9 +2,6 @@
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
-#include <QMetaMethod>
-#include <QMetaProperty>
-#include <QTextStream>
 #include <cmath>
 #include <string_view>
 #include <vector>
@@ -118,8 +115,16 @@ QString ArgumentXml(const Interface::Argument& argument, const char* direction) 
         .arg(argument.name, argument.type, QString::fromLatin1(direction));
 }
 
+QString AnnotationsXml(const QList<Interface::Annotation>& annotations) {
+    QString text;
+    for (const Interface::Annotation& annotation : annotations) {
+        text += QStringLiteral("    <annotation name=\"%1\" value=\"%2\"/>\n").arg(annotation.name, annotation.value);
+    }
+    return text;
+}
+
 QString MethodXml(const Interface::MethodRow& method) {
-    QString text = QStringLiteral("    <method name=\"%1\">\n").arg(method.name);
+    QString text = QStringLiteral("    <method name=\"%1\">\n").arg(method.name) + AnnotationsXml(method.annotations);
     for (const Interface::Argument& argument : method.in) {
         text += ArgumentXml(argument, "in");
     }
@@ -131,69 +136,15 @@ QString MethodXml(const Interface::MethodRow& method) {
 
 QString PropertyXml(const Interface::PropertyRow& property) {
     const char* access = !property.set ? "read" : property.get ? "readwrite" : "write";
-    return QStringLiteral("    <property name=\"%1\" type=\"%2\" access=\"%3\"/>\n")
-        .arg(property.name, property.type, QString::fromLatin1(access));
-}
-
-/// Runs a slot by its index. What it throws passes through no code but its own.
-QVariantList RunSlot(QObject* object, int index, QMetaType resultType, const QVariantList& arguments) {
-    const bool returns = resultType.id() != QMetaType::Void;
-    QVariant result = returns ? QVariant(resultType) : QVariant();
-    std::vector<void*> places{returns ? result.data() : nullptr};
-    for (const QVariant& argument : arguments) {
-        places.push_back(const_cast<void*>(argument.constData()));
-    }
-    object->qt_metacall(QMetaObject::InvokeMetaMethod, index, places.data());
-    return returns ? QVariantList{result} : QVariantList{};
-}
-
-QString TypeName(QMetaType type) {
-    return QString::fromLatin1(QDBusMetaType::typeToSignature(type));
-}
-
-Interface::MethodRow RowOf(const QMetaMethod& slot) {
-    Interface::MethodRow row;
-    row.name = QString::fromLatin1(slot.name());
-    const QList<QByteArray> names = slot.parameterNames();
-    for (int i = 0; i < slot.parameterCount(); ++i) {
-        row.in << Interface::Argument{QString::fromLatin1(names[i]), TypeName(slot.parameterMetaType(i))};
-    }
-    row.run = [index = slot.methodIndex(), result = slot.returnMetaType()](void* object, const QVariantList& in) {
-        return RunSlot(static_cast<QObject*>(object), index, result, in);
-    };
-    return row;
-}
-
-Interface::PropertyRow RowOf(const QMetaProperty& property) {
-    return {QString::fromLatin1(property.name()),
-            TypeName(property.metaType()),
-            [property](void* object) { return property.read(static_cast<QObject*>(object)); },
-            {}};
+    return QStringLiteral("    <property name=\"%1\" type=\"%2\" access=\"%3\">\n")
+               .arg(property.name, property.type, QString::fromLatin1(access)) +
+           AnnotationsXml(property.annotations) + "    </property>\n";
 }
 
 }   // namespace
 
-Interface Interface::OfAdaptor(const QMetaObject& adaptor) {
-    const auto info = [&adaptor](const char* key) { return adaptor.classInfo(adaptor.indexOfClassInfo(key)).value(); };
-    Interface made(info("D-Bus Interface"));
-    made.introspection_ = QString::fromUtf8(info("D-Bus Introspection"));
-    for (int i = adaptor.methodOffset(); i < adaptor.methodCount(); ++i) {
-        made.methods_ << RowOf(adaptor.method(i));
-    }
-    for (int i = adaptor.propertyOffset(); i < adaptor.propertyCount(); ++i) {
-        made.properties_ << RowOf(adaptor.property(i));
-    }
-    return made;
-}
-
 QString Interface::Introspection() const {
-    if (!introspection_.isEmpty()) {
-        return introspection_;
-    }
-    QString text = QStringLiteral(
-                       "  <interface name=\"%1\">\n"
-                       "    <annotation name=\"org.freedesktop.DBus.Property.EmitsChangedSignal\" value=\"false\"/>\n")
-                       .arg(name_);
+    QString text = QStringLiteral("  <interface name=\"%1\">\n").arg(name_) + AnnotationsXml(annotations_);
     for (const PropertyRow& property : properties_) {
         text += PropertyXml(property);
     }

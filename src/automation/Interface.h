@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QList>
-#include <QMetaObject>
 #include <QString>
 #include <QVariant>
 #include <functional>
@@ -18,6 +17,8 @@ private:
     const char* name_;
 };
 
+inline constexpr auto kEmitsChanged = "org.freedesktop.DBus.Property.EmitsChangedSignal";
+
 /// An interface of the automation: its members as rows of a table, which says what introspection shows, what
 /// arguments are taken, and what is done with them. The object that a member works on is handed over with each call.
 class Interface {
@@ -26,25 +27,30 @@ public:
         QString name;
         QString type;   ///< As D-Bus writes it.
     };
+    /// What introspection says of a member, or of the whole, beside its types.
+    struct Annotation {
+        QString name;
+        QString value;
+    };
     struct MethodRow {
         QString name;
         QList<Argument> in;
         QList<Argument> out;
         std::function<QVariantList(void* object, const QVariantList& arguments)> run;
+        QList<Annotation> annotations = {};
     };
     struct PropertyRow {
         QString name;
         QString type;
         std::function<QVariant(void* object)> get;                      ///< Empty: it can only be written.
         std::function<void(void* object, const QVariant& value)> set;   ///< Empty: it can only be read.
+        QList<Annotation> annotations = {};
     };
 
     explicit Interface(const char* name) : name_(QString::fromLatin1(name)) {}
 
-    /// The interface of a class of adaptors. Its objects are QObjects of that class.
-    static Interface OfAdaptor(const QMetaObject& adaptor);
-
     [[nodiscard]] const QString& Name() const noexcept { return name_; }
+    void Annotate(const char* name, const char* value) { annotations_ << Annotation{name, value}; }
     [[nodiscard]] QString Introspection() const;
 
     [[nodiscard]] bool HasMethod(const QString& name) const;
@@ -66,5 +72,5 @@ private:
     [[nodiscard]] const PropertyRow& FindProperty(const QString& name) const;
 
     QString name_;
-    QString introspection_;   ///< Empty: made from the rows.
+    QList<Annotation> annotations_;
 };

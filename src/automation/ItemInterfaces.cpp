@@ -74,6 +74,7 @@ void AddFieldMethods(ModelInterface<cPrgmBits>& face) {
 Interface RegisterInterface() {
     using R = cRegister;
     ModelInterface<R> face("com.ostrel.Tarnwick2x.Register");
+    face.Annotate(kEmitsChanged, "false");
     face.ReadWrite<double>("Value", &R::Value, &R::Value);
     face.ReadWrite<std::int32_t>("Mask", &R::Mask, &R::Mask);
     face.ReadWrite<bool>("LowByte", &R::LowByte, &R::LowByte);
@@ -98,6 +99,7 @@ Interface RegisterInterface() {
 
 Interface PrgmBitsInterface() {
     ModelInterface<cPrgmBits> face("com.ostrel.Tarnwick2x.PrgmBits");
+    face.Annotate(kEmitsChanged, "false");
     AddFieldProperties(face);
     AddFieldMethods(face);
     return face;
@@ -106,6 +108,7 @@ Interface PrgmBitsInterface() {
 Interface PrgmPinInterface() {
     using P = cPrgmPin;
     ModelInterface<P> face("com.ostrel.Tarnwick2x.PrgmPin");
+    face.Annotate(kEmitsChanged, "false");
     face.ReadWrite<std::string>("ID", &P::ID, &P::ID);
     face.Add<QDBusObjectPath>(
         "Parent", [](P&) { return PartPath(); }, nullptr);
@@ -122,6 +125,7 @@ Interface PrgmPinInterface() {
 Interface PLLInterface() {
     using L = cPLL;
     ModelInterface<L> face("com.ostrel.Tarnwick2x.PLL");
+    face.Annotate(kEmitsChanged, "false");
     face.ReadOnly<std::string>("NumeratorName", &L::NumeratorName);
     face.ReadOnly<std::string>("DenominatorName", &L::DenominatorName);
     face.ReadOnly<std::string>("RCounterName", &L::RCounterName);
@@ -153,6 +157,7 @@ Interface PLLInterface() {
 Interface BurstCommandInterface() {
     using B = cBurst;
     ModelInterface<B> face("com.ostrel.Tarnwick2x.BurstCommand");
+    face.Annotate(kEmitsChanged, "false");
     face.ReadWrite<std::int16_t>("Command", &B::Command, &B::Command);
     face.ReadWrite<std::int32_t>("Delay", &B::Delay, &B::Delay);
     face.Add<std::string>(

@@ -6,7 +6,7 @@
 #include "automation/Interface.h"
 #include "automation/Wire.h"
 
-/// The interface of a class of the model. Each row is one call that names a member and what it does; the D-Bus types
+/// The interface of a class. Each row is one call that names a member and what it does; the D-Bus types
 /// follow from the types of the function.
 template <class Object>
 class ModelInterface : public Interface {
@@ -35,8 +35,8 @@ public:
             [set](Object& object, const T& value) { (object.*set)(value); });
     }
     template <class T>
-    void ReadOnly(const char* name, Getter<T> get) {
-        Add<T>(
+    PropertyRow& ReadOnly(const char* name, Getter<T> get) {
+        return Add<T>(
             name, [get](Object& object) -> T { return (object.*get)(); }, nullptr);
     }
     template <class T>
@@ -46,7 +46,7 @@ public:
 
     /// A property whose functions are of another form; null for none.
     template <class T, class Get, class Set>
-    void Add(const char* name, Get get, Set set) {
+    PropertyRow& Add(const char* name, Get get, Set set) {
         PropertyRow row{QString::fromLatin1(name), QString::fromLatin1(Wire<T>::kType), {}, {}};
         if constexpr (!std::is_null_pointer_v<Get>) {
             row.get = [get](void* object) { return Wire<T>::To(get(*static_cast<Object*>(object))); };
@@ -54,25 +54,27 @@ public:
         if constexpr (!std::is_null_pointer_v<Set>) {
             row.set = [set](void* object, const QVariant& v) { set(*static_cast<Object*>(object), Wire<T>::From(v)); };
         }
-        properties_ << row;
+        return properties_.emplaceBack(std::move(row));
     }
 
     /// A method. `in` and `out` are the names of its arguments, parted by blanks.
     template <class Function>
-    requires(!std::is_member_function_pointer_v<Function>) void Method(const char* name, const char* in,
-                                                                       const char* out, Function function) {
+    requires(!std::is_member_function_pointer_v<Function>) MethodRow& Method(const char* name, const char* in,
+                                                                             const char* out, Function function) {
         using Kept = typename Shape<Function>::Kept;
-        AddRow<Kept, typename Shape<Function>::Returned>(name, in, out, [function](Object& object, const Kept& kept) {
-            return std::apply([&](const auto&... values) { return function(object, values...); }, kept);
-        });
+        return AddRow<Kept, typename Shape<Function>::Returned>(
+            name, in, out, [function](Object& object, const Kept& kept) {
+                return std::apply([&](const auto&... values) { return function(object, values...); }, kept);
+            });
     }
     template <class Result, class... Parameters>
-    void Method(const char* name, const char* in, const char* out, Result (Object::*function)(Parameters...)) {
-        AddRow<std::tuple<KeptType<Parameters>...>, Result>(name, in, out, Applying<Result>(function));
+    MethodRow& Method(const char* name, const char* in, const char* out, Result (Object::*function)(Parameters...)) {
+        return AddRow<std::tuple<KeptType<Parameters>...>, Result>(name, in, out, Applying<Result>(function));
     }
     template <class Result, class... Parameters>
-    void Method(const char* name, const char* in, const char* out, Result (Object::*function)(Parameters...) const) {
-        AddRow<std::tuple<KeptType<Parameters>...>, Result>(name, in, out, Applying<Result>(function));
+    MethodRow& Method(const char* name, const char* in, const char* out,
+                      Result (Object::*function)(Parameters...) const) {
+        return AddRow<std::tuple<KeptType<Parameters>...>, Result>(name, in, out, Applying<Result>(function));
     }
 
 private:
@@ -84,7 +86,7 @@ private:
     }
 
     template <class Kept, class Returned, class Run>
-    void AddRow(const char* name, const char* in, const char* out, Run run) {
+    MethodRow& AddRow(const char* name, const char* in, const char* out, Run run) {
         MethodRow row{QString::fromLatin1(name), InTypes<Kept>(in, Places<Kept>()), OutTypes<Returned>(out), {}};
         row.run = [run](void* object, const QVariantList& arguments) {
             const Kept kept = Taken<Kept>(arguments, Places<Kept>());
@@ -95,7 +97,7 @@ private:
                 return Results(run(*static_cast<Object*>(object), kept));
             }
         };
-        methods_ << row;
+        return methods_.emplaceBack(std::move(row));
     }
 
     template <class Kept>

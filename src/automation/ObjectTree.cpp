@@ -3,9 +3,6 @@
 #include <QDBusConnection>
 #include <QDBusVariant>
 
-#include "ApplicationAdaptor.h"
-#include "FactoryAdaptor.h"
-#include "ObjectAdaptor.h"
 #include "automation/Application.h"
 #include "automation/Factory.h"
 #include "automation/Paths.h"
@@ -55,14 +52,7 @@ QDBusMessage ErrorReply(const QDBusMessage& message, const char* name, const std
 }   // namespace
 
 ObjectTree::ObjectTree(cPart& part, Factory& factory, ProgramWindow& window)
-    : part_(part),
-      factory_(factory),
-      window_(window),
-      factoryFace_(Interface::OfAdaptor(FactoryAdaptor::staticMetaObject)),
-      applicationFace_(Interface::OfAdaptor(ApplicationAdaptor::staticMetaObject)),
-      objectFace_(Interface::OfAdaptor(ObjectAdaptor::staticMetaObject)) {
-    new FactoryAdaptor(&factory);
-}
+    : part_(part), factory_(factory), window_(window) {}
 
 ObjectTree::Node ObjectTree::FindApplication(const QStringList& way) const {
     Node node;
@@ -73,8 +63,7 @@ ObjectTree::Node ObjectTree::FindApplication(const QStringList& way) const {
         }
     } else if (const auto served = factory_.Find(NumberIn(way[0])); served != nullptr && way.size() == 1) {
         node.exists = true;
-        node.faces = {{&applicationFace_, static_cast<QObject*>(served->members)},
-                      {&objectFace_, static_cast<QObject*>(served->lifetime)}};
+        node.faces = {{&applicationFace_, &served->application}, {&objectFace_, &served->application}};
         node.kept = served;
     }
     return node;
@@ -112,7 +101,7 @@ ObjectTree::Node ObjectTree::Find(const QString& path) const {
     Node node;
     if (way.isEmpty()) {
         node.exists = true;
-        node.faces << Face{&factoryFace_, static_cast<QObject*>(factory_.findChild<FactoryAdaptor*>())};
+        node.faces << Face{&factoryFace_, &factory_};
         node.children = {kApplications, QStringLiteral("Part")};
     } else if (way[0] == kApplications) {
         node = FindApplication(way.mid(1));

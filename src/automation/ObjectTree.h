@@ -8,9 +8,9 @@
 #include <memory>
 
 #include "automation/DeviceInterfaces.h"
+#include "automation/Factory.h"
 #include "automation/Interface.h"
 
-class Factory;
 class cPart;
 class ProgramWindow;
 
@@ -46,8 +46,8 @@ private:
     cPart& part_;
     Factory& factory_;
     ProgramWindow& window_;
-    Interface factoryFace_;
-    Interface applicationFace_;
-    Interface objectFace_;
+    Interface factoryFace_ = FactoryInterface();
+    Interface applicationFace_ = ApplicationInterface();
+    Interface objectFace_ = ObjectInterface();
     DeviceInterfaces device_;
 };

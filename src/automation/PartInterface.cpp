@@ -190,6 +190,7 @@ void AddBurst(Part& face) {
 
 Interface PartInterface() {
     Part face("com.ostrel.Tarnwick2x.Part");
+    face.Annotate(kEmitsChanged, "false");
     AddCollections(face);
     AddProperties(face);
     AddMaking(face);

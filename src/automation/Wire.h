@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusObjectPath>
+#include <QDBusVariant>
 #include <QStringList>
 #include <QVariant>
 #include <cstdint>
@@ -81,6 +82,12 @@ template <>
 struct Wire<QDBusObjectPath> {
     static constexpr const char* kType = "o";
     static QVariant To(const QDBusObjectPath& v) { return QVariant::fromValue(v); }
+};
+
+template <>
+struct Wire<QDBusVariant> {
+    static constexpr const char* kType = "v";
+    static QVariant To(const QDBusVariant& v) { return QVariant::fromValue(v); }
 };
 
 /// The type in which a parameter or result of the model's functions is kept meanwhile.
