@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "FuzzInput.h"
-#include "core/PortWord.h"
+#include "platform/Connector.h"
 #include "platform/PortLog.h"
 #include "platform/PortTrace.h"
 #include "platform/RecordingPort.h"

@@ -7,9 +7,9 @@
 #include "burst/cBurst.h"
 #include "core/Errors.h"
 #include "core/Numbers.h"
-#include "core/PartLimits.h"
 #include "core/PrivateSetting.h"
 #include "core/cPart.h"
+#include "platform/Connector.h"
 #include "platform/PrivateProfile.h"
 #include "pll/cPLL.h"
 
@@ -112,9 +112,9 @@ void SetupReader::ReadWiring() {
 void SetupReader::ReadPin(cPrgmPin& pin, const std::string& key) {
     Try(kSetup, key, "1", [&](const std::string& text) {
         const std::int16_t line = FileShort(text);
-        if (line < 0 || line > kHighestLine) {
-            throw ConversionError("pin '" + pin.ID() + "' can't lie on line " + std::to_string(line) +
-                                  ": the lines are 0 to 7 (data) and 8 to 11 (C1 to C4)");
+        if (line < 0 || line >= kPortLines) {
+            throw ConversionError("pin '" + pin.ID() + "' can't lie on line " + std::to_string(line) + ": " +
+                                  kLinesInWords);
         }
         pin.Position(line);
     });

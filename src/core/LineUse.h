@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "core/PortWord.h"
+#include "platform/Connector.h"
 
 class cPart;
 

@@ -5,6 +5,7 @@
 #include "core/PartFile.h"
 #include "core/PartLimits.h"
 #include "core/cPart.h"
+#include "platform/Connector.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ void PartFileReader::ReadPins() {
     const int count = file_.Short(section, "COUNT", "0");
     for (int i = 0; i < count; ++i) {
         const std::string name = file_.Text(section, PartFile::Key("NAME", i), PartFile::Key("Pin", i));
-        const std::int16_t line = file_.Short(section, PartFile::Key("LOCATION", i), "3", 0, kHighestLine);
+        const std::int16_t line = file_.Short(section, PartFile::Key("LOCATION", i), "3", 0, kPortLines - 1);
         const bool enabled = file_.Boolean(section, PartFile::Key("ENABLED", i), "False");
         lastName_ = name;
         if (TryAdd(file_, section, i, [&] { part_.AddProgramPin(name, line); })) {

@@ -5,8 +5,8 @@
 
 #include "core/Numbers.h"
 #include "core/PartLimits.h"
-#include "core/PortWord.h"
 #include "core/cPart.h"
+#include "platform/Connector.h"
 #include "platform/Port.h"
 
 namespace {

@@ -4,6 +4,7 @@
 
 #include "core/Errors.h"
 #include "core/cPart.h"
+#include "platform/Connector.h"
 
 std::int16_t cPrgmPin::Position() const noexcept {
     return static_cast<std::int16_t>(std::countr_zero(static_cast<std::uint16_t>(value_)));
@@ -12,8 +13,7 @@ std::int16_t cPrgmPin::Position() const noexcept {
 void cPrgmPin::Position(std::int16_t line) {
     constexpr int kHighest = 14;   // The highest positive weight of a 16-bit port word.
     if (line < 0 || line > kHighest) {
-        throw ConversionError("pin '" + id_ + "' can't lie on line " + std::to_string(line) +
-                              ": the lines are 0 to 7 (data) and 8 to 11 (C1 to C4)");
+        throw ConversionError("pin '" + id_ + "' can't lie on line " + std::to_string(line) + ": " + kLinesInWords);
     }
     value_ = static_cast<std::int16_t>(1U << static_cast<unsigned>(line));
 }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/Connector.h"
+
 // Which faults there are, how often one begins, and how long it lasts.
 enum class Fault { None, Lost, Failing, Slow, Stuck, Gone };
 
@@ -104,13 +106,11 @@ void FaultPort::GetStuck(std::uint64_t dice) {
     if (IsStuck()) {
         return;
     }
-    constexpr unsigned kLines = 12, kDataLines = 8;
-    const unsigned line = static_cast<unsigned>(dice >> 32) % kLines;
-    const bool data = line < kDataLines;
+    const ConnectorLine& line = kConnector[static_cast<unsigned>(dice >> 32) % kConnector.size()];
     ++counts_.stuck;
     stuck_ = {.end = writes_ + Between(dice, kShortestStuck, kLongestStuck),
-              .offset = static_cast<std::uint16_t>(data ? 0 : 2),
-              .mask = static_cast<std::uint8_t>(1U << (data ? line : line - kDataLines)),
+              .offset = line.reg,
+              .mask = static_cast<std::uint8_t>(1U << line.bit),
               .one = dice >> 63 != 0};
 }
 

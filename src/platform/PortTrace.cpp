@@ -2,33 +2,28 @@
 
 #include <algorithm>
 
-static constexpr unsigned lineCount = 12;
-static constexpr unsigned dataLines = 0x0FF;
-static constexpr unsigned controlLines = 0xF00;
+#include "platform/Connector.h"
 
-// C1, C2 and C4 leave the control register inverted.
-static constexpr unsigned controlInversion = 0x0B;
+namespace {
 
 // What stands for a line in the value changes: a letter, which no reader takes for a level or a time.
-static char LineCode(unsigned line) {
+char LineCode(unsigned line) {
     return static_cast<char>('A' + line);
 }
 
-static std::string LineName(unsigned line) {
-    return line < 8 ? "D" + std::to_string(line) : "C" + std::to_string(line - 7);
-}
-
-static void AppendTime(std::string& text, std::uint64_t time) {
+void AppendTime(std::string& text, std::uint64_t time) {
     text += '#';
     text += std::to_string(time);
     text += '\n';
 }
 
-static void AppendLevel(std::string& text, char level, unsigned line) {
+void AppendLevel(std::string& text, char level, unsigned line) {
     text += level;
     text += LineCode(line);
     text += '\n';
 }
+
+}   // namespace
 
 void PortTrace::Start(std::string& text) {
     time_ = 0;
@@ -38,41 +33,48 @@ void PortTrace::Start(std::string& text) {
         "$comment Levels of the parallel port lines at the connector $end\n"
         "$timescale 1 us $end\n"
         "$scope module port $end\n";
-    for (unsigned line = 0; line < lineCount; ++line)
-        text += std::string("$var wire 1 ") + LineCode(line) + ' ' + LineName(line) + " $end\n";
+    for (unsigned line = 0; line < kPortLines; ++line) {
+        text += std::string("$var wire 1 ") + LineCode(line) + ' ' + kConnector[line].name + " $end\n";
+    }
     text +=
         "$upscope $end\n"
         "$enddefinitions $end\n";
     AppendTime(text, time_);
     text += "$dumpvars\n";
-    for (unsigned line = 0; line < lineCount; ++line)
+    for (unsigned line = 0; line < kPortLines; ++line) {
         AppendLevel(text, 'x', line);
+    }
     text += "$end\n";
 }
 
 void PortTrace::Write(std::uint64_t microseconds, std::uint16_t port, std::uint8_t value, std::string& text) {
     time_ = std::max(time_ + 1, microseconds);
-    if (port % 4 == 0)
-        Change(dataLines, value, text);
-    else if (port % 4 == 2)
-        Change(controlLines, ((value ^ controlInversion) << 8) & controlLines, text);
+    if (port % 4 == 0) {
+        Change(kDataLines, value, text);
+    } else if (port % 4 == kControlOffset) {
+        Change(kControlLines, ControlLevels(value), text);
+    }
 }
 
 void PortTrace::Complete(std::string& text) {
-    if (!open_)
+    if (!open_) {
         return;
+    }
     AppendTime(text, ++time_);
     open_ = false;
 }
 
 void PortTrace::Change(unsigned lines, unsigned levels, std::string& text) {
     const unsigned changed = ((levels ^ levels_) | ~known_) & lines;
-    if (changed == 0)
+    if (changed == 0) {
         return;
+    }
     AppendTime(text, time_);
-    for (unsigned line = 0; line < lineCount; ++line)
-        if ((changed >> line & 1) != 0)
-            AppendLevel(text, (levels >> line & 1) != 0 ? '1' : '0', line);
+    for (unsigned line = 0; line < kPortLines; ++line) {
+        if ((changed >> line & 1U) != 0) {
+            AppendLevel(text, (levels >> line & 1U) != 0 ? '1' : '0', line);
+        }
+    }
     levels_ = (levels_ & ~lines) | levels;
     known_ |= lines;
     open_ = true;

@@ -1,38 +1,15 @@
 #include "ui/LineOptions.h"
 
 #include <QHBoxLayout>
-#include <array>
 
-#include "core/PortWord.h"
-
-namespace {
-
-struct Line {
-    const char* caption;
-    int pin;
-};
-
-constexpr std::array<Line, kPortLines> kLines{{{"1", 2},
-                                               {"2", 3},
-                                               {"4", 4},
-                                               {"8", 5},
-                                               {"16", 6},
-                                               {"32", 7},
-                                               {"64", 8},
-                                               {"128", 9},
-                                               {"C1", 1},
-                                               {"C2", 14},
-                                               {"C3", 16},
-                                               {"C4", 17}}};
-
-}   // namespace
+#include "platform/Connector.h"
 
 QString LineCaption(int line) {
-    return QString::fromLatin1(kLines[static_cast<std::size_t>(line)].caption);
+    return QString::fromLatin1(kConnector[static_cast<std::size_t>(line)].caption);
 }
 
 int ConnectorPin(int line) {
-    return kLines[static_cast<std::size_t>(line)].pin;
+    return kConnector[static_cast<std::size_t>(line)].pin;
 }
 
 void SelectOption(QButtonGroup& group, QAbstractButton* option) {

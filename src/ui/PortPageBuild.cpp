@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "core/PortAddress.h"
-#include "core/PortWord.h"
+#include "platform/Connector.h"
 #include "ui/Colours.h"
 #include "ui/ConnectorDiagram.h"
 #include "ui/LineOptions.h"

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/PortWord.h"
+#include "platform/Connector.h"
 #include "platform/Port.h"
 
 /// The end of the cable: keeps the writes since the last look, and a sum over all of them to compare a log with.

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "core/PortWord.h"
+#include "platform/Connector.h"
 #include "platform/Port.h"
 
 struct PortWrite {
