@@ -15,11 +15,6 @@ static constexpr auto kAttemptPeriod = 1s;
 
 static constexpr std::uint8_t kControlLines = 0x0F;
 
-static std::string Hex(std::uint8_t value) {
-    constexpr const char* digits = "0123456789ABCDEF";
-    return {digits[value >> 4], digits[value & 0xF]};
-}
-
 /// The kernel has no port behind the device any more, or doesn't know our claim.
 static bool MeansGone(int error) {
     return error == ENODEV || error == ENXIO || error == EIO || error == EINVAL || error == EBADF;
@@ -133,17 +128,11 @@ void ParPort::LookForDevice() {
 void ParPort::CloseTVicPort() {
     attempt_.reset();
     if (Ready()) {
-        history_ += calls_.TimeOfDay() + " closed, " + PutBack() + "\n";
+        history_ += calls_.TimeOfDay() + " closed, the lines left as they are\n";
         calls_.Ioctl(port_.descriptor, PPRELEASE, nullptr);
         calls_.Close(std::exchange(port_.descriptor, -1));
     }
     open_ = false;
-}
-
-std::string ParPort::PutBack() {
-    const bool data = calls_.Ioctl(port_.descriptor, PPWDATA, &port_.data) == 0;
-    const bool control = calls_.Ioctl(port_.descriptor, PPWCONTROL, &port_.control) == 0;
-    return data && control ? "the lines put back as they were found" : "the lines not put back: " + SystemReason(errno);
 }
 
 PortStatus ParPort::Status() const {
@@ -192,9 +181,6 @@ std::string ParPort::Story() const {
     }
     if (!port_.trouble.empty()) {
         story += "Result: " + port_.trouble + "\n";
-    } else if (Ready()) {
-        story += "Found: data register " + Hex(port_.data) + ", control register " + Hex(port_.control) +
-                 ". That is put back at the end.\n";
     }
     if (!port_.shared.empty()) {
         story += "Not held exclusively: " + port_.shared +

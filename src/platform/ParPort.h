@@ -23,7 +23,7 @@ public:
     /// Gives the kernel a moment; false if the port isn't there by then.
     bool OpenTVicPort() override;
     void WritePort(std::uint16_t port, std::uint8_t value) override;
-    void CloseTVicPort() override;   ///< Puts the lines back as they were found.
+    void CloseTVicPort() override;
     void Idle() override;
     [[nodiscard]] PortStatus Status() const override;
 
@@ -34,7 +34,6 @@ private:
     void Failed(unsigned long request, std::uint8_t byte);
     void Lose(const std::string& reason);
     void LookForDevice();
-    std::string PutBack();
     [[nodiscard]] bool Ready() const { return port_.descriptor >= 0; }
     [[nodiscard]] std::string State() const;
     [[nodiscard]] std::string WaitingState() const;

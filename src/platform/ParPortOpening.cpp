@@ -5,9 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <condition_variable>
 #include <csignal>
-#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -23,7 +21,7 @@ public:
     Opener(PortCalls& calls, const std::string& device) : calls_(calls), device_(device) {}
 
     ParPortOpening Open() {
-        if (!(OpenDevice() && Claim() && SetToOutput() && ReadLines())) {
+        if (!(OpenDevice() && Claim() && SetToOutput())) {
             CloseDevice();
         }
         return std::move(result_);
@@ -37,7 +35,6 @@ private:
     bool ClaimTogether();
     bool ClaimFailed();
     bool SetToOutput();
-    bool ReadLines();
     void CloseDevice();
     [[nodiscard]] std::vector<std::string> Drivers() const;
     [[nodiscard]] std::string Holder() const;
@@ -155,12 +152,6 @@ bool Opener::SetToOutput() {
            Fails("it can't be set to output: " + SystemReason(error_));
 }
 
-bool Opener::ReadLines() {
-    return (Did("read the data register", calls_.Ioctl(result_.descriptor, PPRDATA, &result_.data)) &&
-            Did("read the control register", calls_.Ioctl(result_.descriptor, PPRCONTROL, &result_.control))) ||
-           Fails("the state of its lines can't be read: " + SystemReason(error_));
-}
-
 void Opener::CloseDevice() {
     if (result_.descriptor >= 0) {
         calls_.Close(std::exchange(result_.descriptor, -1));
@@ -229,7 +220,7 @@ ParPortAttempt::~ParPortAttempt() {
 
 std::optional<ParPortOpening> ParPortAttempt::Take(std::chrono::milliseconds patience) {
     std::unique_lock lock(shared_->mutex);
-    if (taken_ || !shared_->ready.wait_for(lock, patience, [this] { return shared_->result.has_value(); })) {
+    if (taken_ || !calls_.Wait(shared_->ready, lock, patience, [this] { return shared_->result.has_value(); })) {
         return {};
     }
     taken_ = true;

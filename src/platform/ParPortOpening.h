@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,12 +10,10 @@
 
 /// What an attempt to open a parallel port came to.
 struct ParPortOpening {
-    int descriptor = -1;        ///< Claimed and set to output; -1 if that failed.
-    std::string shared;         ///< The other drivers that may claim the port too; empty if nobody can.
-    std::uint8_t data = 0;      ///< The data register as it was found,
-    std::uint8_t control = 0;   ///< and the lines of the control register.
-    std::string trouble;        ///< Cause and cure in one line; empty if all went well.
-    std::string tried;          ///< A line for each step with its result.
+    int descriptor = -1;   ///< Claimed and set to output; -1 if that failed.
+    std::string shared;    ///< The other drivers that may claim the port too; empty if nobody can.
+    std::string trouble;   ///< Cause and cure in one line; empty if all went well.
+    std::string tried;     ///< A line for each step with its result.
 };
 
 /// Opens and claims a ppdev device, for the program alone if that can be had. Takes a moment at most where nothing is

@@ -27,7 +27,7 @@ public:
     /// Puts the byte on the I/O port. It stands there when the call returns, and calls take effect in order.
     virtual void WritePort(std::uint16_t port, std::uint8_t value) = 0;
 
-    /// Gives the port back, with its lines as they were found where the driver can do that.
+    /// Gives the port back. Its lines stay as they are: a board goes on with what it was told.
     virtual void CloseTVicPort() = 0;
 
     /// Called when the program has nothing left to do: what a driver holds back for later (a log, a trace)

@@ -146,10 +146,6 @@ int PortCalls::IopermOutlook() {
 void PortCalls::Outb(std::uint8_t value, std::uint16_t port) {
     ::outb(value, port);
 }
-
-std::uint8_t PortCalls::Inb(std::uint16_t port) {
-    return ::inb(port);
-}
 #else
 int PortCalls::Ioperm(std::uint16_t, bool) {
     errno = ENOSYS;
@@ -161,10 +157,6 @@ int PortCalls::IopermOutlook() {
 }
 
 void PortCalls::Outb(std::uint8_t, std::uint16_t) {}
-
-std::uint8_t PortCalls::Inb(std::uint16_t) {
-    return 0;
-}
 #endif
 
 PortCalls::Time PortCalls::Now() {
@@ -181,6 +173,11 @@ std::string PortCalls::TimeOfDay() {
 
 void PortCalls::Sleep(std::chrono::microseconds time) {
     std::this_thread::sleep_for(time);
+}
+
+bool PortCalls::Wait(std::condition_variable& change, std::unique_lock<std::mutex>& lock,
+                     std::chrono::milliseconds limit, const std::function<bool()>& done) {
+    return change.wait_for(lock, limit, done);
 }
 
 std::optional<unsigned> PortCalls::ParPortNumber(int descriptor) {

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
+#include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,11 +43,13 @@ public:
     /// The errno with which Ioperm is sure to fail for want of rights or ports; 0 if it may succeed.
     virtual int IopermOutlook();
     virtual void Outb(std::uint8_t value, std::uint16_t port);
-    virtual std::uint8_t Inb(std::uint16_t port);
 
     virtual Time Now();
     virtual std::string TimeOfDay();   ///< By the user's clock: "14:03:12".
     virtual void Sleep(std::chrono::microseconds time);
+    /// Waits until another thread has done it, for so long at most; false if it isn't done by then.
+    virtual bool Wait(std::condition_variable& change, std::unique_lock<std::mutex>& lock,
+                      std::chrono::milliseconds limit, const std::function<bool()>& done);
 
     /// The number of the parallel port behind an open ppdev device; nothing if it is another kind of file.
     virtual std::optional<unsigned> ParPortNumber(int descriptor);

@@ -3,9 +3,9 @@
 #include <cerrno>
 #include <utility>
 
-static std::string Hex(unsigned value, int digits) {
+static std::string Hex(std::uint16_t value) {
     std::string text;
-    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
+    for (int shift = 12; shift >= 0; shift -= 4) {
         text += "0123456789ABCDEF"[value >> shift & 0xF];
     }
     return text;
@@ -43,20 +43,17 @@ RawIoPort::Right RawIoPort::Ask(std::uint16_t port) {
     }
     const bool granted = calls_.Ioperm(port, true) == 0;
     const int error = errno;
-    tried_ += "  ask for port " + Hex(port, 4) + ": " + (granted ? "granted" : SystemReason(error));
+    tried_ += "  ask for port " + Hex(port) + ": " + (granted ? "granted" : SystemReason(error)) + "\n";
     if (granted) {
-        granted_.push_back({port, calls_.Inb(port)});
-        tried_ += ", found " + Hex(granted_.back().found, 2);
+        granted_.push_back(port);
     } else {
         trouble_ = Trouble(error);
     }
-    tried_ += "\n";
     return rights_[port] = granted ? Right::Granted : Right::Refused;
 }
 
 void RawIoPort::CloseTVicPort() {
-    for (const auto& [port, found] : granted_) {
-        calls_.Outb(found, port);
+    for (const std::uint16_t port : granted_) {
         calls_.Ioperm(port, false);
     }
     granted_.clear();
@@ -100,8 +97,8 @@ std::string RawIoPort::Lockdown() const {
 
 PortStatus RawIoPort::Status() const {
     std::string ports;
-    for (const auto& [port, found] : granted_) {
-        ports += (ports.empty() ? " to " : ", ") + Hex(port, 4);
+    for (const std::uint16_t port : granted_) {
+        ports += (ports.empty() ? " to " : ", ") + Hex(port);
     }
     std::string story =
         "The driver \"rawio\" writes to the computer's I/O ports, at the addresses of the writes. The kernel is "
@@ -110,8 +107,7 @@ PortStatus RawIoPort::Status() const {
     if (!trouble_.empty()) {
         story += "Result: " + trouble_ + "\n";
     }
-    story += std::to_string(writes_) + " writes went out, " + std::to_string(failedWrites_) +
-             " failed. What stood on the ports is put back at the end.";
+    story += std::to_string(writes_) + " writes went out, " + std::to_string(failedWrites_) + " failed.";
     return {.ready = open_ && trouble_.empty(),
             .summary = "Direct port access" + ports + (trouble_.empty() ? "" : ": ") + trouble_,
             .story = std::move(story),

@@ -18,15 +18,11 @@ public:
     /// False if the kernel is sure to refuse every port.
     bool OpenTVicPort() override;
     void WritePort(std::uint16_t port, std::uint8_t value) override;
-    void CloseTVicPort() override;   ///< Puts back what stood on each port before the first write.
+    void CloseTVicPort() override;
     [[nodiscard]] PortStatus Status() const override;
 
 private:
     enum class Right : unsigned char { Unknown, Granted, Refused };
-    struct Granted {
-        std::uint16_t port;
-        std::uint8_t found;
-    };
 
     Right Ask(std::uint16_t port);
     [[nodiscard]] std::string Outlook() const;
@@ -38,7 +34,7 @@ private:
     PortCalls& calls_;
     bool open_ = false;
     std::array<Right, kPortCount> rights_{};
-    std::vector<Granted> granted_;
+    std::vector<std::uint16_t> granted_;
     std::string trouble_;   ///< Cause and cure in one line; empty if all is well.
     std::string tried_;     ///< A line for each port that was asked for.
     std::uint64_t writes_ = 0;

@@ -35,11 +35,11 @@ public:
     std::map<std::string, int> errorsOnce;   ///< and the first time only.
     std::vector<std::string> done;
     std::atomic<int> openFiles = 0;
-    std::atomic<int> closings = 0;
 
     void Pass(std::chrono::milliseconds span) { now_ += span; }
 
-    /// From now on the opening of the device waits in the kernel, until it is let go.
+    /// From now on the opening of the device waits in the kernel, until it is let go. Whoever waits for the opening
+    /// runs out of patience at once meanwhile, and waits as long as it takes otherwise.
     void Block() { blocked_ = true; }
     void LetGo() {
         {
@@ -47,6 +47,10 @@ public:
             blocked_ = false;
         }
         free_.notify_all();
+    }
+    void WaitForClosing() {
+        std::unique_lock lock(mutex_);
+        free_.wait(lock, [this] { return closed_; });
     }
 
     /// What was done since the last call, on one line.
@@ -68,9 +72,11 @@ public:
         return Fails("open") ? -1 : (++openFiles, opened_ = node, 7);
     }
     int Close(int) override {
+        const std::lock_guard lock(mutex_);
         done.emplace_back("close");
         --openFiles;
-        ++closings;
+        closed_ = true;
+        free_.notify_all();
         return 0;
     }
     int Ioctl(int, unsigned long request, void* argument) override {
@@ -80,12 +86,6 @@ public:
                 return Step("exclusive");
             case PPDATADIR:
                 return Step(*static_cast<int*>(argument) == 0 ? "output" : "input");
-            case PPRDATA:
-                *byte = 0xA5;
-                return Step("read-data");
-            case PPRCONTROL:
-                *byte = 0x0C;
-                return Step("read-control");
             case PPWDATA:
                 return Step("data", *byte);
             case PPWCONTROL:
@@ -103,11 +103,17 @@ public:
     int Ioperm(std::uint16_t port, bool on) override { return Step(on ? "ask" : "give-back", port); }
     int IopermOutlook() override { return ioOutlook; }
     void Outb(std::uint8_t value, std::uint16_t port) override { done.push_back(Hex(port) + ":=" + Hex(value)); }
-    std::uint8_t Inb(std::uint16_t port) override { return static_cast<std::uint8_t>(port ^ 0xFF); }
 
     Time Now() override { return now_; }
     std::string TimeOfDay() override { return time; }
     void Sleep(std::chrono::microseconds span) override { done.push_back("sleep" + std::to_string(span.count())); }
+    bool Wait(std::condition_variable& change, std::unique_lock<std::mutex>& lock, std::chrono::milliseconds,
+              const std::function<bool()>& isDone) override {
+        if (!blocked_) {
+            change.wait(lock, isDone);
+        }
+        return isDone();
+    }
 
     std::optional<unsigned> ParPortNumber(int) override {
         return errors.contains("number") ? std::nullopt : std::optional(0U);
@@ -166,6 +172,7 @@ private:
     std::mutex mutex_;
     std::condition_variable free_;
     bool blocked_ = false;
+    bool closed_ = false;
     int opened_ = 0;
     Time now_;
 };
