@@ -43,7 +43,7 @@ void RecordFile::Flush() {
     } else if (!WriteBuffer()) {
         Fail(SystemReason());
     } else {
-        size_ += static_cast<std::int64_t>(buffer_.size());
+        size_ += buffer_.size();
         written_ += std::exchange(pending_, 0);
         buffer_.clear();
     }
@@ -83,6 +83,6 @@ void RecordFile::Fail(std::string reason) {
     if (descriptor < 0)
         return;
     // A piece that was written in part would end in the middle of a line. A device can't be cut, and needn't be.
-    [[maybe_unused]] const int cut = ::ftruncate(descriptor, size_);
+    [[maybe_unused]] const int cut = ::ftruncate(descriptor, static_cast<off_t>(size_));
     ::close(descriptor);
 }

@@ -29,7 +29,8 @@ public:
     void Close();
 
     [[nodiscard]] const std::string& Path() const noexcept { return path_; }
-    [[nodiscard]] std::uint64_t Entries() const noexcept { return written_ + pending_; }   ///< Recorded since Open.
+    [[nodiscard]] std::uint64_t Entries() const noexcept { return written_ + pending_; }    ///< Recorded since Open.
+    [[nodiscard]] std::uint64_t Bytes() const noexcept { return size_ + buffer_.size(); }   ///< Likewise.
     [[nodiscard]] std::uint64_t Lost() const noexcept { return lost_; }   ///< Entries that aren't in the file.
 
     /// Why the recording ended, in the system's words; empty as long as all is well.
@@ -45,7 +46,7 @@ private:
     std::string path_;
     int descriptor_ = -1;
     std::string buffer_;
-    std::int64_t size_ = 0;   ///< Length of the file, in bytes, after the last good write.
+    std::uint64_t size_ = 0;   ///< Length of the file, in bytes, after the last good write.
     std::uint64_t written_ = 0;
     std::uint64_t pending_ = 0;
     std::uint64_t lost_ = 0;

@@ -2,6 +2,30 @@
 
 #include <utility>
 
+static constexpr std::uint64_t kMegabyte = 1'000'000;
+static constexpr std::uint64_t kLargeRecord = 100 * kMegabyte;   // From here on the user is told the size.
+
+static std::string SizeText(std::uint64_t bytes) {
+    const std::uint64_t megabytes = bytes / kMegabyte;
+    return megabytes < 1000 ? std::to_string(megabytes) + " MB"
+                            : std::to_string(megabytes / 1000) + "." + std::to_string(megabytes % 1000 / 100) + " GB";
+}
+
+static void TellSize(const std::string& name, const RecordFile& file, PortStatus& status) {
+    const std::string size = SizeText(file.Bytes());
+    status.summary += ", " + name + " " + size;
+    status.story += "\nIt has grown to " + size +
+                    " and goes on growing with each write. To do without it, empty its name in section [PORT] of "
+                    "tarnwick.ini, then start again.";
+}
+
+static void TellProblem(const std::string& title, const RecordFile& file, PortStatus& status) {
+    const std::string fault = title + ": " + file.Problem() + ", " + std::to_string(file.Lost()) + " writes lost";
+    status.summary += "; " + fault;
+    status.story += "\nRecording ended, output did not. " + fault +
+                    ".\nFree the disk or correct the file name in section [PORT] of tarnwick.ini, then start again.";
+}
+
 RecordingPort::RecordingPort(std::unique_ptr<Port> inner, Clock clock)
     : inner_(std::move(inner)), clock_(std::move(clock)) {}
 
@@ -46,13 +70,10 @@ PortStatus RecordingPort::Status() const {
     for (const auto& [name, form, file] : records_) {
         const std::string title = name + " " + file->Path();
         status.story += "\nThe " + title + " holds " + std::to_string(file->Entries()) + " writes.";
-        if (file->Problem().empty())
-            continue;
-        const std::string fault = title + ": " + file->Problem() + ", " + std::to_string(file->Lost()) + " writes lost";
-        status.summary += "; " + fault;
-        status.story +=
-            "\nRecording ended, output did not. " + fault +
-            ".\nFree the disk or correct the file name in section [PORT] of tarnwick.ini, then start again.";
+        if (!file->Problem().empty())
+            TellProblem(title, *file, status);
+        else if (file->Bytes() >= kLargeRecord)
+            TellSize(name, *file, status);
     }
     return status;
 }

@@ -12,7 +12,8 @@
 
 /// Wraps any port: passes each call on and records the writes in files. The files are begun anew when the
 /// port is opened, are complete on disk after Idle(), and end when it is closed. Writes outside that time
-/// are passed on and not recorded. A record that fails shows in Status() and never holds up a write.
+/// are passed on and not recorded. A record that fails, or has become large, shows in Status() and never holds
+/// up a write.
 class RecordingPort final : public Port {
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;

@@ -144,7 +144,6 @@ TEST(RecordingPort, PassesEverythingOnAndRecordsFromOpeningToClosing) {
 
     r.port.Idle();
     EXPECT_EQ(r.folder.Read("port.vcd"), first) << "idling again adds nothing";
-
     r.WriteAt(601, 0x378, 3);
     r.WriteAt(2000, 0x37A, 0x0B);
     r.port.CloseTVicPort();
@@ -229,40 +228,56 @@ TEST(RecordFile, EndsBeforeTheFirstLostEntryWhenTheDiskIsFull) {
     EXPECT_EQ(file.Problem(), "File too large");
 }
 
+// The file of nowhere grows without a disk.
+TEST(RecordingPort, ALargeRecordTellsItsSize) {
+    class Wide final : public PortRecord {
+        void Start(std::string&) override {}
+        void Write(std::uint64_t, std::uint16_t, std::uint8_t, std::string& text) override {
+            text.append(999'990, '.');
+        }
+        void Complete(std::string&) override {}
+    };
+    const char* const file = "/dev/null";
+    RecordingPort port(std::make_unique<SimulatedPort>());
+    port.Add("log", file, std::make_unique<Wide>());
+    port.OpenTVicPort();
+    int count = 0;
+    for (const auto& [writes, said] :
+         {std::pair(100, ""), {101, ", log 100 MB"}, {1000, ", log 999 MB"}, {1250, ", log 1.2 GB"}}) {
+        for (; count < writes; ++count)
+            port.WritePort(0x378, 0);
+        port.Idle();
+        EXPECT_EQ(port.Status().summary, std::string("Simulated port") + said);
+    }
+}
+
 TEST(PortDrivers, FollowsTheSettingsOrSaysWhatItCannot) {
     struct {
-        const char* fault;
         PortSettings settings;
         std::string message;
         std::vector<std::string> files;
     } const cases[] = {
-        {"defaults", {}, "", {}},
-        {"unknown driver",
-         {.driver = "x"},
-         "unknown port driver 'x' in tarnwick.ini: known are " + KnownDrivers() + "; the simulated port is used",
-         {}},
-        {"names are exact", {.driver = "Simulated"}, "unknown port driver 'Simulated'", {}},
-        {"records beside the program", {.log = "a.log", .trace = "a.vcd"}, "", {"a.log", "a.vcd"}},
-        {"a record with any driver", {.driver = "x", .trace = "a.vcd"}, "unknown port driver", {"a.vcd"}},
-        {"two records in one file",
-         {.log = "a.log", .trace = "./a.log"},
-         "LOG and TRACE in tarnwick.ini both name",
-         {"a.log"}},
+        {{}, "", {}},
+        {{.driver = "x"}, "unknown port driver 'x' in tarnwick.ini: known are " + KnownDrivers(), {}},
+        {{.driver = "Simulated"}, "unknown port driver 'Simulated'", {}},
+        {{.log = "a.log", .trace = "a.vcd"}, "", {"a.log", "a.vcd"}},
+        {{.driver = "x", .trace = "a.vcd"}, "unknown port driver", {"a.vcd"}},
+        {{.log = "a.log", .trace = "./a.log"}, "LOG and TRACE in tarnwick.ini both name", {"a.log"}},
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.settings.driver + c.settings.log + c.settings.trace);
         const TempFolder folder;
         const MadePort made = MakePort(c.settings, folder.Path(""));
-        ASSERT_NE(made.port, nullptr) << c.fault;
         EXPECT_TRUE(made.message.starts_with(c.message)) << made.message;
         EXPECT_EQ(made.message.empty(), c.message.empty()) << made.message;
-        EXPECT_TRUE(made.port->OpenTVicPort()) << c.fault;
+        EXPECT_TRUE(made.port->OpenTVicPort());
         made.port->WritePort(0x378, 1);
         made.port->Idle();
-        EXPECT_TRUE(made.port->Status().ready) << c.fault;
-        EXPECT_EQ(made.port->Status().summary, "Simulated port") << c.fault;
+        EXPECT_TRUE(made.port->Status().ready);
+        EXPECT_EQ(made.port->Status().summary, "Simulated port");
         for (const std::string& file : c.files)
-            EXPECT_FALSE(folder.Read(file).empty()) << c.fault << ": " << file;
+            EXPECT_FALSE(folder.Read(file).empty()) << file;
         const std::filesystem::directory_iterator entries(folder.Path(""));
-        EXPECT_EQ(static_cast<std::size_t>(std::distance(begin(entries), end(entries))), c.files.size()) << c.fault;
+        EXPECT_EQ(static_cast<std::size_t>(std::distance(begin(entries), end(entries))), c.files.size());
     }
 }
