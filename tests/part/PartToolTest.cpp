@@ -2,6 +2,7 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
@@ -90,14 +91,41 @@ TEST(PartTool, NamesEachFaultWithItsLine) {
     EXPECT_GT(files, 60) << "the faulty files weren't found";
 }
 
+std::string Contents(const std::string& name) {
+    std::ifstream in(SOURCE_DIR "/" + name);
+    std::string contents{std::istreambuf_iterator<char>(in), {}};
+    for (std::size_t at = 0; (at = contents.find("\\-", at)) != std::string::npos;) {
+        contents.erase(at, 1);   // A hyphen of a manual page.
+    }
+    return contents;
+}
+
+/// The part files that the document gives in full, written into the folder.
+std::vector<std::string> Examples(const TempFolder& folder) {
+    std::istringstream document(Contents("docs/part-file.md"));
+    std::vector<std::string> files;
+    for (std::string line; std::getline(document, line);) {
+        std::string text;
+        for (bool inside = line == "```ini"; inside && std::getline(document, line) && line != "```";) {
+            text += line + '\n';
+        }
+        if (text.find("[PLLS]") != std::string::npos) {
+            files.push_back(folder.File("example" + std::to_string(files.size()) + ".ini", text));
+        }
+    }
+    return files;
+}
+
 TEST(PartTool, FindsNothingInWhatShips) {
-    std::vector<std::string> files{TEST_DATA_DIR "/worked-example.ini"};
+    const TempFolder folder;
+    std::vector<std::string> files = Examples(folder);
+    EXPECT_EQ(files.size(), 2U);
     for (const auto& entry : fs::directory_iterator(PARTS_DIR)) {
         if (entry.path().filename() != "tarnwick.ini") {
             files.push_back(entry.path().string());
         }
     }
-    EXPECT_GE(files.size(), 21U);
+    EXPECT_GE(files.size(), 22U);
     for (const std::string& file : files) {
         for (const Json& problem : Check(file)) {
             EXPECT_EQ(problem["severity"], "note") << file << ':' << Message(problem);
@@ -213,15 +241,6 @@ TEST(PartTool, RefusesWhatItDoesNotUnderstand) {
         EXPECT_TRUE(ran.err.starts_with("tarnwick-part: ")) << ran.err;
     }
     EXPECT_EQ(AllMatches(Tool("--version").out, "^tarnwick-part [0-9.]+$").size(), 1U);
-}
-
-std::string Contents(const std::string& name) {
-    std::ifstream in(SOURCE_DIR "/" + name);
-    std::string contents{std::istreambuf_iterator<char>(in), {}};
-    for (std::size_t at = 0; (at = contents.find("\\-", at)) != std::string::npos;) {
-        contents.erase(at, 1);   // A hyphen of a manual page.
-    }
-    return contents;
 }
 
 /// The words of a text that match: commands, options, frequencies.
