@@ -2,6 +2,7 @@
 
 // The signal runs from the left: the R path on top, the N path below, both into the phase detector between them, the
 // loop out to the right, back along the bottom. A box for a number is 34 units wide and 6 high, a line of text 4 high.
+// All is as close as that allows: on a screen of 1920 by 1080 at twice the usual size the whole loop is to be seen.
 
 namespace {
 
@@ -9,28 +10,28 @@ using Arrow = DiagramLine::Arrow;
 using Figure = DiagramShape::Figure;
 
 // The level of each path, and what stands on it.
-constexpr int kRPath = 17;
-constexpr int kDetector = 40;
-constexpr int kNPath = 71;
-constexpr int kFeedback = 102;
+constexpr int kRPath = 13;
+constexpr int kDetector = 28;
+constexpr int kNPath = 58;
+constexpr int kFeedback = 80;
 constexpr int kUpperInput = kDetector - 3;
 constexpr int kLowerInput = kDetector + 3;
 
-constexpr int kOscillatorRight = 28;
-constexpr int kCorner = 36;   ///< Where the feedback turns up to the N path.
-constexpr int kPrescaler = 57;
-constexpr int kPrescalerRight = 75;
-constexpr int kCounter = 82;
-constexpr int kCounterRight = 121;
-constexpr int kTurn = 134;   ///< Where both paths turn to the phase detector.
-constexpr int kPolarity = 140;
-constexpr int kGain = 171;
-constexpr int kState = 200;
-constexpr int kFilter = 238;
-constexpr int kFilterRight = 260;
-constexpr int kReturn = 267;   ///< Where the filter's output turns down to the VCO.
-constexpr int kVCO = 241;
-constexpr int kVCORight = 257;
+constexpr int kOscillatorRight = 25;
+constexpr int kCorner = 30;   ///< Where the feedback turns up to the N path.
+constexpr int kPrescaler = 50;
+constexpr int kPrescalerRight = 68;
+constexpr int kCounter = 73;
+constexpr int kCounterRight = 112;
+constexpr int kTurn = 121;   ///< Where both paths turn to the phase detector.
+constexpr int kPolarity = 126;
+constexpr int kGain = 155;
+constexpr int kState = 182;
+constexpr int kFilter = 214;
+constexpr int kFilterRight = 230;
+constexpr int kReturn = 235;   ///< Where the filter's output turns down to the VCO.
+constexpr int kVCO = 216;
+constexpr int kVCORight = 228;
 
 constexpr int kBoxWidth = 34;
 constexpr int kBoxHeight = 6;
@@ -46,17 +47,17 @@ constexpr DiagramPlace Inside(const DiagramPlace& shape) {
     return {shape.x + 1, shape.y + 1, shape.w - 2, shape.h - 2};
 }
 
-constexpr DiagramPlace kOscillatorCircle{12, kRPath - 8, 16, 16};
-constexpr DiagramPlace kVCOCircle{kVCO, kFeedback - 8, 16, 16};
+constexpr DiagramPlace kOscillatorCircle{13, kRPath - 6, 12, 12};
+constexpr DiagramPlace kVCOCircle{kVCO, kFeedback - 6, 12, 12};
 constexpr DiagramPlace kRPrescalerBox{kPrescaler, kRPath - 4, 18, 8};
 constexpr DiagramPlace kNPrescalerBox{kPrescaler, kNPath - 4, 18, 8};
 constexpr DiagramPlace kPolarityBox{kPolarity, kDetector - 6, 24, 12};
 constexpr DiagramPlace kGainBox{kGain, kDetector - 6, 22, 12};
 constexpr DiagramPlace kStateBox{kState, kDetector - 6, 22, 12};
-constexpr DiagramPlace kFilterBox{kFilter, kDetector - 6, 22, 12};
-constexpr DiagramPlace kOutline{52, 4, 175, 80};
+constexpr DiagramPlace kFilterBox{kFilter, kDetector - 6, 16, 12};
+constexpr DiagramPlace kOutline{47, 1, 160, 67};
 
-constexpr int kCheckBox = 114;
+constexpr int kCheckBox = 90;
 constexpr DiagramPlace CheckBox(int place) {
     return {6 + place * (kBoxWidth + 3), kCheckBox, kBoxWidth, kBoxHeight};
 }
@@ -66,7 +67,7 @@ constexpr DiagramPlace CheckLabel(int place) {
 
 }   // namespace
 
-const DiagramPlace kDiagramArea{0, 0, 279, 125};
+const DiagramPlace kDiagramArea{0, 0, 246, 99};
 
 const std::array<DiagramLineRow, kDiagramLines> kLineRows{{
     {"Reference oscillator to R path", kOscillatorRight, kRPath, kPrescaler, kRPath, Arrow::AtEnd},
@@ -103,12 +104,12 @@ const std::array<DiagramShapeRow, kDiagramShapes> kShapeRows{{
 }};
 
 const std::array<DiagramLabelRow, kDiagramLabels> kLabelRows{{
-    {"MHz", {38, 27, 9, kBoxHeight}, LabelLook::Beside},
-    {"OSCin", {34, kRPath - 5, 16, 4}, LabelLook::Beside, "Input of the device for the reference"},
-    {"Reference Oscillator", {3, 3, 34, 4}, LabelLook::Title},
+    {"MHz", {37, 22, 9, kBoxHeight}, LabelLook::Beside},
+    {"OSCin", {31, kRPath - 5, 14, 4}, LabelLook::Beside, "Input of the device for the reference"},
+    {"Reference Oscillator", {2, 2, 34, 4}, LabelLook::Title},
     {"~", kOscillatorCircle, LabelLook::Sign},
     {"~", kVCOCircle, LabelLook::Sign},
-    {"Fin", {40, kNPath - 5, 10, 4}, LabelLook::Beside, "Input of the device for the VCO's signal"},
+    {"Fin", {34, kNPath - 5, 10, 4}, LabelLook::Beside, "Input of the device for the VCO's signal"},
     {"Prescaler", {kPrescaler, kRPath - 9, 18, 4}, LabelLook::Title},
     {"Prescaler", {kPrescaler, kNPath - 9, 18, 4}, LabelLook::Title},
     {"R Counter", {kCounter, kRPath - 9, kBoxWidth, 4}, LabelLook::Beside},
@@ -117,13 +118,13 @@ const std::array<DiagramLabelRow, kDiagramLabels> kLabelRows{{
     {"Charge Pump Gain", {kGain, kDetector + 7, 22, 8}, LabelLook::Title},
     {"Charge Pump State", {kState, kDetector + 7, 22, 8}, LabelLook::Title},
     {"PLL", {kOutline.x, kOutline.y + kOutline.h + 1, kOutline.w, 4}, LabelLook::Device},
-    {"Do", {kState + 29, kDetector - 5, 8, 4}, LabelLook::Beside},
-    {"MHz", {267, 112, 10, kBoxHeight}, LabelLook::Beside},
-    {"VCO", {kVCO - 7, kFeedback - 13, 30, 4}, LabelLook::Title},
-    {"Loop Filter", {kFilter - 4, kDetector - 11, 30, 4}, LabelLook::Title},
+    {"Do", {kState + 26, kDetector - 5, 6, 4}, LabelLook::Beside},
+    {"MHz", {236, 89, 9, kBoxHeight}, LabelLook::Beside},
+    {"VCO", {kVCO - 4, kFeedback - 11, 20, 4}, LabelLook::Title},
+    {"Loop Filter", {kFilter - 4, kDetector - 11, 24, 4}, LabelLook::Title},
     {"Z(s)", kFilterBox, LabelLook::Title},
     {"Phase Detector Freq", {kCounter, kDetector - 9, kBoxWidth + kSpinnerWidth, 4}, LabelLook::Beside},
-    {"kHz", {kCounterRight + 1, kDetector - 3, 9, kBoxHeight}, LabelLook::Beside},
+    {"kHz", {kCounterRight + 1, kDetector - 3, 7, kBoxHeight}, LabelLook::Beside},
     {"Fractional Compensation",
      {kPolarity, kNPath - 13, 44, 4},
      LabelLook::Beside,
@@ -131,8 +132,8 @@ const std::array<DiagramLabelRow, kDiagramLabels> kLabelRows{{
 }};
 
 const std::array<DiagramControlRow, 7> kBoxRows{{
-    {"txtOsc", "Reference oscillator frequency, MHz", "10", Box(3, 30)},
-    {"txtVCO", "VCO frequency, MHz", "1000", Box(232, 115)},
+    {"txtOsc", "Reference oscillator frequency, MHz", "10", Box(2, 25)},
+    {"txtVCO", "VCO frequency, MHz", "1000", Box(201, 92)},
     {"txtFpd", "Phase detector frequency, kHz", "100", Box(kCounter, kDetector)},
     {"txtRCounter", "R counter", "10000", Box(kCounter, kRPath)},
     {"txtNCounter", "N counter", "10000", Box(kCounter, kNPath)},

@@ -49,6 +49,10 @@ private:
 };
 
 TEST_F(PLLDiagramTest, NothingIsCutOrTouchedInAnyFont) {
+    QApplication::setFont(QFont("DejaVu Sans", 9));
+    Settle();
+    const QSize page(950, 408);   // Of a maximised window on a screen of 1920 by 1080 at twice the usual size.
+    EXPECT_EQ(Child("txtVCO(0)")->parentWidget()->size().boundedTo(page), Child("txtVCO(0)")->parentWidget()->size());
     for (const int points : {7, 10, 16, 24}) {
         for (const char* family : {"DejaVu Sans", "DejaVu Sans Mono"}) {
             SCOPED_TRACE(testing::Message() << family << points);
