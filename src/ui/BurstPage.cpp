@@ -3,8 +3,9 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QRegularExpression>
+#include <QSyntaxHighlighter>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "burst/BurstLines.h"
 #include "burst/BurstText.h"
@@ -27,7 +28,32 @@ std::string Places(const QPlainTextEdit& list) {
 
 }   // namespace
 
-BurstList::BurstList(QWidget* parent) : QPlainTextEdit(parent) {
+/// Draws the waveforms of a command under each other. Each line begins with a name, and only that of the last ends in
+/// blanks: the others get the room of one behind their last letter.
+class WaveNames : public QSyntaxHighlighter {
+public:
+    explicit WaveNames(QTextDocument* text) : QSyntaxHighlighter(text) {}
+
+    void Align(bool waveforms) { waveforms_ = waveforms; }
+
+protected:
+    void highlightBlock(const QString& line) override {
+        constexpr int kLetters = 3;
+        if (!waveforms_ || line.size() <= kLetters || !line[kLetters].isDigit() ||
+            !(line.startsWith(QLatin1String("clk")) || line.startsWith(QLatin1String("dat")))) {
+            return;
+        }
+        QTextCharFormat wider;
+        wider.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+        wider.setFontLetterSpacing(QFontMetricsF(document()->defaultFont()).horizontalAdvance(QLatin1Char(' ')));
+        setFormat(kLetters - 1, 1, wider);
+    }
+
+private:
+    bool waveforms_ = false;
+};
+
+BurstList::BurstList(QWidget* parent) : QPlainTextEdit(parent), names_(new WaveNames(document())) {
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -37,27 +63,38 @@ BurstList::BurstList(QWidget* parent) : QPlainTextEdit(parent) {
     document()->setDocumentMargin(kSpacing);
 }
 
+void BurstList::Show(const QString& text, bool vectors) {
+    names_->Align(vectors);
+    setPlainText(text);
+}
+
+void BurstList::mousePressEvent(QMouseEvent* event) {
+    QPlainTextEdit::mousePressEvent(event);
+    pressed_ = event->button() == Qt::LeftButton;
+}
+
+/// The release of a press that went elsewhere, to a menu or a dialog above the list, is no click.
 void BurstList::mouseReleaseEvent(QMouseEvent* event) {
     QPlainTextEdit::mouseReleaseEvent(event);
-    if (!doubleClick_) {
+    if (std::exchange(pressed_, false)) {
         emit Clicked();
     }
-    doubleClick_ = false;
 }
 
 void BurstList::mouseDoubleClickEvent(QMouseEvent* event) {
     QPlainTextEdit::mouseDoubleClickEvent(event);
-    doubleClick_ = true;
+    pressed_ = false;
     emit DoubleClicked();
 }
 
-/// Space selects the line of the caret, as a click does, and Enter gives it back to its register.
-void BurstList::keyReleaseEvent(QKeyEvent* event) {
-    QPlainTextEdit::keyReleaseEvent(event);
-    if (event->key() == Qt::Key_Space) {
-        emit Clicked();
-    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        emit DoubleClicked();
+/// Space selects the line of the caret, as a click does, and Enter gives it back to its register. The press counts: the
+/// release may be that of a key pressed in a menu.
+void BurstList::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter && event->key() != Qt::Key_Space) {
+        QPlainTextEdit::keyPressEvent(event);
+    } else if (!event->isAutoRepeat()) {
+        enter ? emit DoubleClicked() : emit Clicked();
     }
 }
 
@@ -152,6 +189,7 @@ void BurstPage::changeEvent(QEvent* event) {
 QWidget* BurstPage::BuildListButtons() {
     auto* frame = new QFrame;
     frame->setObjectName(QStringLiteral("fraCommands"));
+    frame->setAccessibleName(tr("The list as a whole"));
     frame->setFrameShape(QFrame::StyledPanel);
     cmdRun_ = MakeButton("cmdRun", "Run", "Plays the list; during a run: stops it at the end of the pass.");
     cmdLoop_ = MakeButton("cmdLoop", "Loop", "Loop: a run goes round until it is stopped. Single: it plays once.");
@@ -236,14 +274,15 @@ void BurstPage::ShowBurst(bool vectors) {
     if (host_.Device().BurstCmds().Count() == 0 && txtBurstCmds_->document()->isEmpty()) {
         return;
     }
-    QString text = Qt8(BurstText(host_.Device(), vectors));
-    if (vectors) {
-        // "le" is followed by two blanks: one behind the other names puts the three waveforms under each other.
-        static const QRegularExpression names(QStringLiteral("^(clk|dat)(?=[01])"),
-                                              QRegularExpression::MultilineOption);
-        text.replace(names, QStringLiteral("\\1 "));
+    shown_ = BurstText(host_.Device(), vectors);
+    vectors_ = vectors;
+    txtBurstCmds_->Show(Qt8(shown_), vectors);
+}
+
+void BurstPage::Freshen() {
+    if (BurstText(host_.Device(), vectors_) != shown_) {
+        ShowBurst(false);
     }
-    txtBurstCmds_->setPlainText(text);
 }
 
 void BurstPage::ShowRunning(bool running) {

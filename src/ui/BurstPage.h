@@ -10,6 +10,7 @@
 #include "ui/PageHost.h"
 
 class TextBox;
+class WaveNames;
 
 /// The text of the burst list: a line for each command. It is only read; a click selects a line.
 class BurstList : public QPlainTextEdit {
@@ -18,17 +19,22 @@ class BurstList : public QPlainTextEdit {
 public:
     explicit BurstList(QWidget* parent = nullptr);
 
+    /// Shows descriptions or waveforms.
+    void Show(const QString& text, bool vectors);
+
 signals:
     void Clicked();
     void DoubleClicked();
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    bool doubleClick_ = false;   ///< The release that ends a double click is no click of its own.
+    WaveNames* names_;
+    bool pressed_ = false;   ///< A click has begun. The release that ends a double click is none of its own.
 };
 
 /// The page that edits and plays the burst list. The modes of the page are the captions of three buttons.
@@ -43,6 +49,7 @@ public:
     void ShowSBIButtons();
     void ShowBurstControls();
     void ShowBurst(bool vectors);   ///< The list, as descriptions or as waveforms.
+    void Freshen();                 ///< The list as it is now; waveforms stay waveforms unless it has changed.
     void ShowRunning(bool running);
     [[nodiscard]] bool Loops() const;
     void ClearRegisters();   ///< Empties the list of registers, hides the SBI buttons.
@@ -72,6 +79,8 @@ private:
     PageHost& host_;
     std::int16_t& selectedLine_;
     BurstList* txtBurstCmds_;
+    std::string shown_;      ///< The text of the list,
+    bool vectors_ = false;   ///< and whether it is that of the waveforms.
     QLabel* label1_;
     QComboBox* cmbLdBurst_;
     TextBox* txtDelay_;

@@ -96,13 +96,24 @@ TEST_F(BurstTab, NeitherAWheelOverTheRegistersNorADelayThatIsNoNumberAddsAnythin
     }
 }
 
-TEST_F(BurstTab, PatternShowsAlignedWaveforms) {
+TEST_F(BurstTab, PatternShowsWaveformsUnderEachOther) {
     Open();
     Load(0);
     Click("cmdDelay");
     Click("Command1");
-    EXPECT_EQ(Shows(), (QStringList{"clk 010101000", "dat 110011000", "le  000000010", "Delay of 1000000", ""}));
+    Window().Pages().setCurrentIndex(0);
+    Window().Pages().setCurrentIndex(3);   // Stays what it is.
+    EXPECT_EQ(Shows(), (QStringList{"clk010101000", "dat110011000", "le  000000010", "Delay of 1000000", ""}));
     EXPECT_TRUE(QFontInfo(List()->font()).fixedPitch());
+    const auto levelAt = [this](int line, int place) {
+        QTextCursor caret(List()->document()->findBlockByNumber(line));
+        caret.setPosition(caret.position() + place);
+        return List()->cursorRect(caret).x();
+    };
+    for (const int level : {0, 8}) {
+        EXPECT_NEAR(levelAt(0, 3 + level), levelAt(2, 4 + level), 1);
+        EXPECT_NEAR(levelAt(1, 3 + level), levelAt(2, 4 + level), 1);
+    }
     Click("cmdDelay");
     EXPECT_EQ(Shows()[0], "Load A = 101; CE= False") << "a change brings the descriptions back";
     Click("cmdLEMode");
@@ -147,7 +158,13 @@ TEST_F(BurstTab, DoubleClickGivesTheValueBack) {
     Load(0);
     Register("A").Value(0);
     port.Clear();
+    ClickLine(1);
+    QTest::keyRelease(List(), Qt::Key_Return);   // Of a key that was pressed in a menu.
+    EXPECT_EQ(Register("A").Value(), 0);
     ClickLine(1, true);
+    EXPECT_EQ(Register("A").Value(), 5);
+    Register("A").Value(0);
+    QTest::keyPress(List(), Qt::Key_Return);
     EXPECT_EQ(Register("A").Value(), 5);
     EXPECT_TRUE(port.Writes().empty());
 }
