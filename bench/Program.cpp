@@ -17,5 +17,7 @@ void Program::AddPart(const std::string& name, const std::string& contents) cons
 }
 
 void Program::Start(const QProcessEnvironment& environment) {
-    process_ = std::make_unique<Child>(QString::fromStdString(folder_.Path("tarnwick")), QStringList(), environment);
+    QProcessEnvironment own = environment;
+    own.insert(QStringLiteral("XDG_CONFIG_HOME"), QString::fromStdString(folder_.Path("config")));
+    process_ = std::make_unique<Child>(QString::fromStdString(folder_.Path("tarnwick")), QStringList(), own);
 }

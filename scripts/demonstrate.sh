@@ -8,7 +8,7 @@ start_display 1280x800x24
 # A bus of its own, which starts the program at the first call.
 doing="starting a message bus"
 register_service "$run/share/dbus-1/services" "$run"
-XDG_DATA_DIRS=$run/share:${XDG_DATA_DIRS:-/usr/local/share:/usr/share} \
+XDG_CONFIG_HOME=$run/config XDG_DATA_DIRS=$run/share:${XDG_DATA_DIRS:-/usr/local/share:/usr/share} \
     dbus-daemon --session --nofork --nosyslog --print-address=1 >"$run/.bus" 2>"$run/tarnwick.out" &
 bus=$!
 DBUS_SESSION_BUS_ADDRESS=$(text_of "$run/.bus")

@@ -23,7 +23,7 @@ dbus-daemon --session --nofork --nosyslog --print-address=1 >"$folder/.bus" 2>/d
 bus=$!
 DBUS_SESSION_BUS_ADDRESS=$(text_of "$folder/.bus")
 export DBUS_SESSION_BUS_ADDRESS
-"$folder/tarnwick" 2>/dev/null &
+XDG_CONFIG_HOME=$folder/config "$folder/tarnwick" 2>/dev/null &
 tarnwick=$!
 
 keys() { xdotool key --delay 60 "$@"; }

@@ -10,6 +10,7 @@
 #include "platform/ProgramFolder.h"
 #include "settings/SettingsFile.h"
 #include "ui/ProgramIcon.h"
+#include "ui/WindowPlace.h"
 #include "ui/frmPart.h"
 
 cPart& Part() {
@@ -42,6 +43,8 @@ int main(int argc, char* argv[]) {
         if (const std::string message = folder.message + both + made.message; !message.empty()) {
             window.Note(QString::fromStdString(message));
         }
+        const WindowPlace place(window, QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                                            QStringLiteral("/tarnwick/window.ini"));
         window.show();
         Automation automation(Part(), window);
         QObject::connect(&app, &QApplication::lastWindowClosed, &automation, &Automation::Stop);

@@ -1,6 +1,7 @@
 #include "ui/BitsList.h"
 
 #include <QAbstractItemView>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -18,4 +19,13 @@ void BitsList::showPopup() {
 
 void BitsList::wheelEvent(QWheelEvent* event) {
     event->ignore();
+}
+
+void BitsList::keyPressEvent(QKeyEvent* event) {
+    const QString text = event->text();
+    if (event->key() != Qt::Key_Space && !text.isEmpty() && text.front().isPrint()) {
+        event->ignore();
+    } else {
+        QComboBox::keyPressEvent(event);
+    }
 }

@@ -2,8 +2,8 @@
 
 #include <QComboBox>
 
-/// A drop-down list that the mouse wheel leaves alone: whoever scrolls past it must not switch the device by that.
-/// Opened, it shows its entries at full length.
+/// A drop-down list that nobody changes unawares: neither the mouse wheel nor a letter or digit typed at it chooses an
+/// entry while it is closed. The arrow keys do. Opened, it shows its entries at full length, and finds what is typed.
 class BitsList : public QComboBox {
     Q_OBJECT
 
@@ -13,4 +13,5 @@ public:
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 };

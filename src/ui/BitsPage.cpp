@@ -55,6 +55,8 @@ BitsPage::BitsPage(PageHost& host, QWidget* parent) : QWidget(parent), host_(hos
     all->setContentsMargins(0, 0, 0, 0);
     all->addWidget(board_);
     board_->horizontalScrollBar()->setObjectName(QStringLiteral("hscPrgmBits"));
+    board_->horizontalScrollBar()->setAccessibleName(tr("Scroll the bit fields sideways"));
+    board_->verticalScrollBar()->setAccessibleName(tr("Scroll the bit fields up and down"));
     BitsFrame* frame = fraPrgmBits_.Add(0, board_->MakeFrame());
     BitsFrame* pins = fraPrgmPins_.Add(0, board_->MakeFrame());
     pins->Caption(QStringLiteral("Program Pins"));

@@ -32,6 +32,7 @@ public:
     void AddListBox(const cPrgmBits& field, std::string_view group);
     void AddPinBox(const cPrgmPin& added);
     void ShowBits();   ///< Brings all controls into line with the fields and pins.
+    void Freshen();    ///< The same, but a counter's text that is being edited stays.
     void ClearControls();
 
 protected:
@@ -112,5 +113,6 @@ private:
     ControlArray<BitsFrame> fraPrgmPins_{QStringLiteral("fraPrgmPins")};
     ControlArray<QCheckBox> chkPrgmPin_{QStringLiteral("chkPrgmPin")};
     std::array<std::vector<Member>, 4> members_;   ///< By kind, then by index.
+    bool keepEdited_ = false;                      ///< During Freshen().
     bool unfinished_ = false;                      ///< Controls were added since the last refresh.
 };

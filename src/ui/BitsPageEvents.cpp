@@ -67,6 +67,9 @@ void BitsPage::spnCntr_DownClick(int index) {
 
 void BitsPage::txtCntrVal_KeyPress(int index) {
     const cPrgmBits& field = Field(Kind::Counter, index);
+    if (!txtCntrVal_[index]->Edited()) {
+        ShowCounter(index);   // What somebody else has set meanwhile isn't taken back.
+    }
     const QString text = txtCntrVal_[index]->text();
     if (const auto number = ParseFieldEntry(field, text.toStdString())) {
         EnterValue(index, *number);

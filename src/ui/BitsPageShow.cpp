@@ -1,3 +1,5 @@
+#include <QScopedValueRollback>
+
 #include "core/Errors.h"
 #include "core/FieldEntry.h"
 #include "core/Numbers.h"
@@ -60,6 +62,11 @@ void BitsPage::ShowBits() {
     for (; refused > 0; --refused) {
         host_.Asking().MessageBox("Unable to set ListIndex", "", MessageIcon::None);
     }
+}
+
+void BitsPage::Freshen() {
+    const QScopedValueRollback<bool> keep(keepEdited_, true);
+    host_.Device().UpdateBitDisplay();
 }
 
 /// A device without fields refreshes nothing by itself, and pins are moved to other lines on another page.
@@ -137,7 +144,8 @@ void BitsPage::ShowPins() {
 void BitsPage::ShowCounter(int index) {
     std::string text = "?";
     Try(Kind::Counter, index, [&] { text = Field(Kind::Counter, index).Text(); });
-    txtCntrVal_[index]->ShowText(Qt8(text));
+    TextBox* box = txtCntrVal_[index];
+    keepEdited_ ? box->Freshen(Qt8(text)) : box->ShowText(Qt8(text));
 }
 
 /// True if the list refuses an index that it didn't refuse at the last refresh already.

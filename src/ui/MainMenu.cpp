@@ -64,6 +64,8 @@ constexpr std::array kRows{
     MenuRow{1, "mnuModes", "&Mode", "", Kind::Menu},
     MenuRow{2, "mnuMode", "Mode", "", Kind::ModeArray},
     MenuRow{2, "mnuAddMode", "&Add", "", Kind::Item},
+    MenuRow{1, "mnuBench", "&Bench", "", Kind::Menu},
+    MenuRow{2, "mnuDocuments", "&Documents", "Shift+F1", Kind::Item},
     MenuRow{1, "mnuHelp", "&Help", "", Kind::Menu},
     MenuRow{2, "mnuOstrelWireless", "Ostrel &Wireless Webpage", "", Kind::Item},
     MenuRow{2, "mnuAbout", "&About", "", Kind::Item},

@@ -127,6 +127,7 @@ void PLLPage::lblCPState_Click() {
 
 void PLLPage::SpinnerStepped(int which, bool up) {
     const auto spinner = static_cast<PLLSpinner>(which);
+    Freshen();   // A step goes by what the boxes say.
     const SpinResult result = Spin(host_.Device(), index_, spinner, up ? SpinButton::Up : SpinButton::Down, FpdText());
     if (result.text) {
         diagram_->Box(spinner == PLLSpinner::FractNum ? EntryBox::FractNum : EntryBox::FractDen)
@@ -137,6 +138,9 @@ void PLLPage::SpinnerStepped(int which, bool up) {
 
 void PLLPage::TakeEntry(EntryBox box, EntryEvent event) {
     const TextBox& from = diagram_->Box(box);
+    if (!from.Edited()) {
+        Freshen();   // What somebody else has set meanwhile isn't taken back.
+    }
     const bool typed = from.UserChanged();
     const EntryResult result = Enter(host_.Device(), index_, box, from.text().toStdString(), typed);
     if (typed || event == EntryEvent::Enter) {
@@ -170,6 +174,7 @@ void PLLPage::Follow(const Outcome& outcome, const FollowUp& followUp) {
 }
 
 void PLLPage::RunStepCommand(StepCommand command) {
+    Freshen();   // A step goes by what the boxes say.
     Follow(RunStep(host_.Device(), index_, command, FpdText()), kAfterStep);
 }
 
@@ -194,6 +199,9 @@ void PLLPage::SetFrequency(SetBox target) {
     TextBox& to = diagram_->Box(box);
     to.setFocus(Qt::ShortcutFocusReason);   // Another box that the user was in is thereby left.
     scroll_->ensureWidgetVisible(&to);
+    if (!to.Edited()) {
+        Freshen();
+    }
     const bool typed = to.UserChanged();
     const EntryResult result = ::SetFrequency(host_.Device(), index_, box, to.text().toStdString());
     if (typed) {

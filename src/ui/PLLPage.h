@@ -26,6 +26,7 @@ public:
     void BindBlocks(const PLLBlocks& blocks);
     void BindFraction(const std::string& numerator, const std::string& denominator);
     void ShowPLL();                              ///< Everything from the PLL, the prescaler check last.
+    void Freshen();                              ///< The same, but a text that is being edited stays.
     void Unbind();                               ///< Back to the design state's bindings.
     [[nodiscard]] std::string OscText() const;   ///< The reference box's text as it stands.
 
@@ -89,6 +90,7 @@ private:
     std::string numerator_;   ///< Bit fields of the fraction.
     std::string denominator_;
     std::array<QString, kBoxRows.size()> faults_;   ///< Why a box could not be filled.
+    bool keepEdited_ = false;                       ///< During Freshen().
     bool hintsStale_ = true;                        ///< What the tool tips say may have changed.
     std::optional<EntryBox> missed_;                ///< The box whose last entry could not be met exactly,
     QString miss_;                                  ///< and what was reached instead.

@@ -1,3 +1,4 @@
+#include <QScopedValueRollback>
 #include <array>
 #include <utility>
 
@@ -126,6 +127,11 @@ void PLLPage::ShowPLL() {
     }
 }
 
+void PLLPage::Freshen() {
+    const QScopedValueRollback<bool> keep(keepEdited_, true);
+    ShowPLL();
+}
+
 /// A number that can't be read leaves its box empty, with the reason in its tool tip.
 template <class Read>
 void PLLPage::ShowNumber(EntryBox box, Read&& read) {
@@ -136,8 +142,9 @@ void PLLPage::ShowNumber(EntryBox box, Read&& read) {
     } catch (const UserError& error) {
         fault = Qt8(error.what());
     }
-    hintsStale_ = hintsStale_ || fault != faults_[Place(box)] || text != diagram_->Box(box).text();
-    diagram_->Box(box).ShowText(text);
+    TextBox& shown = diagram_->Box(box);
+    hintsStale_ = hintsStale_ || fault != faults_[Place(box)] || text != shown.text();
+    keepEdited_ ? shown.Freshen(text) : shown.ShowText(text);
     faults_[Place(box)] = fault;
 }
 

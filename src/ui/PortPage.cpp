@@ -1,5 +1,6 @@
 #include "ui/PortPage.h"
 
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSignalBlocker>
 
@@ -53,12 +54,31 @@ void PortPage::ClearPins() {
 }
 
 void PortPage::ShowPort() {
-    cPart& device = host_.Device();
     ShowPins();
     ShowAddress();
+    ShowSerialLines();
+    UpdatePortDiagram();
+}
+
+void PortPage::ShowSerialLines() {
+    const cPart& device = host_.Device();
     fraClockBit_->Select(LineOf(device.ClockPosition()));
     fraDataBit_->Select(LineOf(device.DataPosition()));
     fraLEBit_->Select(LineOf(device.LEPosition()));
+}
+
+void PortPage::Freshen() {
+    if (host_.Device().ID().empty()) {
+        return;
+    }
+    const QScopedValueRollback<bool> keep(quiet_, true);
+    ShowPins();
+    ShowSerialLines();
+    const std::int16_t address = host_.Device().PortAddress();
+    const int choice = PortChoice(address);
+    ports_->button(choice)->setChecked(true);
+    txtPortAdr_->setEnabled(choice == kOtherPort);
+    txtPortAdr_->Freshen(Qt8(PortAddressText(address)));
     UpdatePortDiagram();
 }
 
@@ -96,7 +116,8 @@ void PortPage::optPortAdr_Click(int index) {
 
 void PortPage::txtPortAdr_Entered() {
     cPart& device = host_.Device();
-    const auto typed = ReadPortAddress(txtPortAdr_->text().toStdString());
+    // Only what was typed counts: the address may have been set elsewhere meanwhile.
+    const auto typed = txtPortAdr_->Edited() ? ReadPortAddress(txtPortAdr_->text().toStdString()) : std::nullopt;
     const bool changed = typed && *typed != device.PortAddress();
     if (changed) {
         device.PortAddress(*typed);

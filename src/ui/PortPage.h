@@ -27,6 +27,8 @@ public:
     void AddPin(const cPrgmPin& added);
     /// Brings the options into line with the device. An option that is thereby selected anew counts as clicked.
     void ShowPort();
+    /// The same in silence: nothing counts as clicked, and an address that is being edited stays.
+    void Freshen();
     void ClearPins();
 
 protected:
@@ -55,6 +57,7 @@ private:
     void ShowAddress();
     void ColourAddress();
     void ShowPins();
+    void ShowSerialLines();
     void UpdatePortDiagram();
     void WarnOfBurst();
     void HoldDiagram();
@@ -68,6 +71,7 @@ private:
     QWidget* diagramPlace_ = nullptr;   ///< As high as the column; the diagram stays in view in it.
     QGroupBox* frame1_ = nullptr;
     ConnectorDiagram* diagram_ = nullptr;
+    bool quiet_ = false;   ///< What is selected now is no click.
     QButtonGroup* ports_;
     TextBox* txtPortAdr_;
     TextBox* txtAutoReload_;

@@ -61,6 +61,7 @@ void PortPage::BuildScrolling() {
     scroll_->verticalScrollBar()->setAccessibleName(tr("Scroll the port setup"));
     cmdBoxPort_ = new QWidget(scroll_);
     cmdBoxPort_->setObjectName(QStringLiteral("cmdBoxPort"));
+    cmdBoxPort_->setAccessibleName(tr("Corner"));
     cmdBoxPort_->hide();
     scroll_->horizontalScrollBar()->installEventFilter(this);
     scroll_->verticalScrollBar()->installEventFilter(this);
@@ -104,6 +105,7 @@ void PortPage::Build() {
 QGroupBox* PortPage::BuildAddress() {
     auto* frame = new QGroupBox(QStringLiteral("Port Address"));
     frame->setObjectName(QStringLiteral("fraPortAdr"));
+    frame->setAccessibleName(frame->title());
     auto* row = new QHBoxLayout(frame);
     row->setContentsMargins(kInside);
     row->setSpacing(kSpacing);
@@ -182,15 +184,18 @@ LineOptions* PortPage::AddPinFrame() {
 
 void PortPage::Wire() {
     const auto lines = [this](LineOptions* frame, void (PortPage::*answer)(int)) {
-        connect(frame, &LineOptions::Selected, this,
-                [this, answer](int line) { host_.Event([&] { (this->*answer)(line); }); });
+        connect(frame, &LineOptions::Selected, this, [this, answer](int line) {
+            if (!quiet_) {
+                host_.Event([&] { (this->*answer)(line); });
+            }
+        });
     };
     lines(fraClockBit_, &PortPage::optClockBit_Click);
     lines(fraDataBit_, &PortPage::optDataBit_Click);
     lines(fraLEBit_, &PortPage::optLEBit_Click);
     TabToSelected(*ports_);
     connect(ports_, &QButtonGroup::idToggled, this, [this](int index, bool on) {
-        if (on) {
+        if (on && !quiet_) {
             host_.Event([&] { optPortAdr_Click(index); });
         }
     });

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "ui/BitRow.h"
+#include "ui/Colours.h"
 #include "ui/FixedFace.h"
 
 namespace {
@@ -159,7 +160,7 @@ void RegisterBitsBox::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
     QPainter painter(this);
     const QPalette& window = parentWidget()->palette();
-    painter.setPen(window.color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
+    painter.setPen(hasFocus() ? FocusColour(window) : window.color(QPalette::Mid));
     painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));   // Whole lines at broken scales too.
     if (mark_.isValid()) {
         painter.setPen(mark_);

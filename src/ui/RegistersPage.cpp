@@ -69,7 +69,7 @@ void RegistersPage::MakeRow() {
     row.name->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     row.bits->setToolTip(tr("Click a bit, or go to it with the arrow keys, and type 0 or 1. The next bit follows."));
     row.load->setToolTip(
-        tr("Loads this register to the device. With Shift, Ctrl or Alt, or with the middle button: "
+        tr("Loads this register to the device. On an SBI device, with Shift, Ctrl or Alt, or with the middle button: "
            "reads it back."));
     WireRow(index);
 }
@@ -188,6 +188,7 @@ void RegistersPage::ShowRegisters() {
             row.bits->ShowBits(bits.Text(row.shown));
         }
     }
+    MarkHex();
 }
 
 void RegistersPage::Entered() {

@@ -72,6 +72,7 @@ private:
     void UnmarkRow();
     void HideSelection();
     void ShowHex(int index);
+    void MarkHex();
     void ShowRulers();
     void ReverseRulers();
     void NameRow(Row& row, const std::string& name);
@@ -118,8 +119,9 @@ private:
     std::vector<Row> rows_;
     BitRow::Order order_ = BitRow::Order::HighFirst;
     bool designState_ = true;
-    int selectedRow_ = -1;   ///< The row with the highlight; -1 for none.
-    int hexRow_ = -1;        ///< The row beside which the hexadecimal value stands; -1 for none.
+    int selectedRow_ = -1;    ///< The row with the highlight; -1 for none.
+    int hexRow_ = -1;         ///< The row beside which the hexadecimal value stands; -1 for none.
+    std::string hexDigits_;   ///< What that value was made of.
 
     // Sizes that depend on fonts, names and register length.
     int nameWidth_ = 0;

@@ -1,21 +1,17 @@
 #include <cstdint>
 
+#include "ui/Colours.h"
 #include "ui/RegistersPage.h"
 
 // What the user does on the page, and how the selected bit shows.
 
 namespace {
 
-bool IsDark(const QPalette& palette) {
-    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-}
-
-QColor DataBitColour(const QPalette& palette) {
-    return IsDark(palette) ? QColor(255, 110, 110) : QColor(255, 0, 0);
-}
-
-QColor ControlBitColour(const QPalette& palette) {
-    return IsDark(palette) ? QColor(120, 165, 255) : QColor(0, 0, 255);
+/// Red for a data bit, blue for a control bit, to be read on the window and in the boxes.
+QColor BitColour(bool control, const QPalette& palette) {
+    const QColor& window = palette.color(QPalette::Window);
+    const QColor& base = palette.color(QPalette::Base);
+    return Legible(control ? Qt::blue : Qt::red, Luminance(window) > Luminance(base) ? window : base);
 }
 
 /// An invalid colour gives the normal one back.
@@ -164,7 +160,7 @@ void RegistersPage::MarkSelection() {
     const BitRow bits = Bits();
     const int bit = bits.BitAt(row.bits->Start());
     const bool control = bits.IsControl(row.bits->Start());
-    const QColor colour = control ? ControlBitColour(palette()) : DataBitColour(palette());
+    const QColor colour = BitColour(control, palette());
     const QString state = control ? tr("Bit %1 is selected: a control bit, which can't be changed here").arg(bit)
                                   : tr("Bit %1 is selected: a data bit, which can be changed").arg(bit);
     ColourName(row.name, colour);
@@ -198,8 +194,25 @@ void RegistersPage::HideSelection() {
 
 void RegistersPage::ShowHex(int index) {
     std::string digits = Bits().Digits(RowAt(index).bits->text());
+    hexDigits_ = digits;
     lblHexDisplay_->setText(Qt8(host_.Device().ConvertBinaryToHex(digits)));
     hexRow_ = index;
+    MarkHex();
     PlaceHex();
     UpdateBars();
+}
+
+/// The value stays as it was when the row was chosen. It turns pale once it is no longer that of the bits beside it.
+void RegistersPage::MarkHex() {
+    if (hexRow_ < 0) {
+        return;
+    }
+    const bool stale = Bits().Digits(RowAt(hexRow_).bits->text()) != hexDigits_;
+    QPalette colours;
+    if (stale) {
+        colours.setColor(QPalette::WindowText, PaleText(palette()));
+    }
+    lblHexDisplay_->setPalette(colours);
+    Describe(lblHexDisplay_,
+             stale ? tr("The value before the last change. Click a bit of the row for the present one.") : QString());
 }

@@ -251,6 +251,7 @@ void RegistersPage::resizeEvent(QResizeEvent* /*event*/) {
 void RegistersPage::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange && selectedRow_ >= 0) {
         MarkSelection();
+        MarkHex();
     } else if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         Arrange();
     }

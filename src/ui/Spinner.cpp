@@ -1,9 +1,15 @@
 #include "ui/Spinner.h"
 
 #include <QKeyEvent>
-#include <QStyle>
-#include <QStyleOptionFocusRect>
-#include <QStylePainter>
+#include <QPainter>
+
+#include "ui/Colours.h"
+
+namespace {
+
+constexpr int kFocusFrame = 2;
+
+}   // namespace
 
 Spinner::Spinner(QWidget* parent)
     : QWidget(parent), up_(MakeButton(Qt::UpArrow, &Spinner::Up)), down_(MakeButton(Qt::DownArrow, &Spinner::Down)) {
@@ -41,26 +47,32 @@ void Spinner::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+/// The frame that shows the focus needs room beside the buttons, which cover the rest.
+void Spinner::Place() {
+    const int frame = hasFocus() ? kFocusFrame : 0;
+    const QRect inside = rect().adjusted(frame, frame, -frame, -frame);
+    const int half = inside.height() / 2;
+    up_->setGeometry(inside.left(), inside.top(), inside.width(), half);
+    down_->setGeometry(inside.left(), inside.top() + half, inside.width(), inside.height() - half);
+    update();
+}
+
 void Spinner::resizeEvent(QResizeEvent* /*event*/) {
-    const int half = height() / 2;
-    up_->setGeometry(0, 0, width(), half);
-    down_->setGeometry(0, half, width(), height() - half);
+    Place();
 }
 
 void Spinner::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    update();
+    Place();
 }
 
 void Spinner::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
-    update();
+    Place();
 }
 
 void Spinner::paintEvent(QPaintEvent* /*event*/) {
     if (hasFocus()) {
-        QStylePainter painter(this);
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+        QPainter(this).fillRect(rect(), FocusColour(palette()));
     }
 }

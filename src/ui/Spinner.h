@@ -30,6 +30,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void Place();
     QToolButton* MakeButton(Qt::ArrowType arrow, void (Spinner::*step)());
 
     QToolButton* up_;

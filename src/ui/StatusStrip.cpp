@@ -1,13 +1,13 @@
 #include "ui/StatusStrip.h"
 
-#include <QFontMetrics>
+#include <QResizeEvent>
 
 #include "ui/TextWindow.h"
 
 namespace {
 
-QToolButton* MakeButton(QWidget* parent, const QString& name) {
-    auto* button = new QToolButton(parent);
+ShortenedButton* MakeButton(QWidget* parent, const QString& name) {
+    auto* button = new ShortenedButton(parent);
     button->setObjectName(name);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
@@ -23,14 +23,12 @@ QString Text(const std::string& text) {
 StatusStrip::StatusStrip(QWidget* parent)
     : QStatusBar(parent),
       port_(MakeButton(this, QStringLiteral("staPort"))),
-      note_(new QLabel(this)),
+      note_(new ShortenedLabel(this)),
       problems_(MakeButton(this, QStringLiteral("staProblems"))),
-      automation_(new QLabel(this)) {
+      automation_(new ShortenedLabel(this)) {
     setObjectName(QStringLiteral("staBar"));
     note_->setObjectName(QStringLiteral("staNote"));
     note_->setAccessibleName(tr("Latest message"));
-    note_->setTextFormat(Qt::PlainText);
-    note_->setMinimumWidth(1);   // A long message is shortened, it doesn't widen the window.
     note_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     automation_->setObjectName(QStringLiteral("staAutomation"));
     automation_->setAccessibleName(tr("Automation"));
@@ -50,7 +48,7 @@ void StatusStrip::ShowPort(const PortStatus& status) {
     const QString lost = status.failedWrites == 0 ? QString() : tr(", %1 writes failed").arg(status.failedWrites);
     port_->setText(mark + summary + lost);
     port_->setAccessibleName(tr("Port: %1").arg(summary + lost));
-    port_->setToolTip(tr("The port and how it stands. Click for the whole story."));
+    port_->setToolTip(tr("%1. Click for the whole story.").arg(summary + lost));
 }
 
 void StatusStrip::ShowProblems(const Problems& problems, const QString& device) {
@@ -71,27 +69,25 @@ void StatusStrip::ShowProblems(const Problems& problems, const QString& device) 
 
 void StatusStrip::ShowAutomation(const QString& text) {
     automation_->setText(text);
+    automation_->setToolTip(text);
 }
 
 void StatusStrip::Note(const QString& text) {
-    noteText_ = text;
+    note_->setText(text);
     note_->setToolTip(text);
-    ShowElided();
 }
 
 QString StatusStrip::NoteText() const {
-    return noteText_;
-}
-
-void StatusStrip::ShowElided() {
-    QString line = noteText_;
-    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    note_->setText(note_->fontMetrics().elidedText(line, Qt::ElideRight, std::max(60, note_->width())));
+    return note_->text();
 }
 
 void StatusStrip::resizeEvent(QResizeEvent* event) {
+    constexpr int kPortShare = 4;
+    constexpr int kShare = 5;
+    port_->setMaximumWidth(width() / kPortShare);
+    problems_->setMaximumWidth(width() / kShare);
+    automation_->setMaximumWidth(width() / kShare);
     QStatusBar::resizeEvent(event);
-    ShowElided();
 }
 
 void StatusStrip::OpenPortStory() {

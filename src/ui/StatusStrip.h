@@ -1,14 +1,14 @@
 #pragma once
 
-#include <QLabel>
 #include <QStatusBar>
-#include <QToolButton>
 
 #include "core/Problems.h"
 #include "platform/Port.h"
+#include "ui/ShortenedText.h"
 
 /// The status bar: the port and how it stands at the left, the latest message, the number of problems in the part
-/// file, and the automation at the right. A click on the port or the problems opens the whole story.
+/// file, and the automation at the right. The message has most of the room; what doesn't fit of the others is in their
+/// tool tips. A click on the port or the problems opens the whole story.
 class StatusStrip : public QStatusBar {
     Q_OBJECT
 
@@ -27,14 +27,12 @@ protected:
 private:
     void OpenPortStory();
     void OpenProblems();
-    void ShowElided();
 
-    QToolButton* port_;
-    QLabel* note_;
-    QToolButton* problems_;
-    QLabel* automation_;
+    ShortenedButton* port_;
+    ShortenedLabel* note_;
+    ShortenedButton* problems_;
+    ShortenedLabel* automation_;
     PortStatus status_;
-    QString noteText_;
     QStringList problemLines_;
     QString device_;
 };

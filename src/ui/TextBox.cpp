@@ -16,6 +16,13 @@ void TextBox::ShowText(const QString& text) {
         setCursorPosition(0);   // A long number shows its first digits.
     }
     setModified(false);
+    shown_ = text;
+}
+
+void TextBox::Freshen(const QString& text) {
+    if (!Edited()) {
+        ShowText(text);
+    }
 }
 
 void TextBox::keyPressEvent(QKeyEvent* event) {

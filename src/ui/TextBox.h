@@ -14,8 +14,14 @@ public:
     /// Whether the user changed the text since it was last written by program.
     [[nodiscard]] bool UserChanged() const { return isModified(); }
 
+    /// Whether the box holds anything else than what was last written by program.
+    [[nodiscard]] bool Edited() const { return isModified() || text() != shown_; }
+
     /// Writes a text by program. The user's mark goes; the caret stays where the text allows it.
     void ShowText(const QString& text);
+
+    /// The same for a box that nobody is editing; a text that was changed and not entered stays.
+    void Freshen(const QString& text);
 
 signals:
     void EnterPressed();
@@ -27,6 +33,9 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    QString shown_;
 };
 
 /// Whether focus went by a move of the user's own.

@@ -5,6 +5,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QTabBar>
 #include <QTimer>
@@ -89,6 +90,29 @@ void frmPart::BuildPages() {
             devicePages_->registers->Entered();
         }
         EnterPage(*tabPart_->widget(page));
+        if (!turning_) {
+            Freshen();
+        }
+    });
+}
+
+/// Not every answer to the user, and few calls of other programs, refresh all pages: what one of them left as it was is
+/// made good when the user comes to see it.
+void frmPart::Freshen() {
+    Event([this] {
+        constexpr int kFirstPLLPage = 4;
+        const int page = tabPart_->currentIndex();
+        if (page == 0) {
+            portPage_->Freshen();
+        } else if (page == 1) {
+            part_.UpdateRegisterDisplay();
+        } else if (page == 2) {
+            devicePages_->bits->Freshen();
+        } else if (page == 3) {
+            devicePages_->burst->Freshen();
+        } else {
+            pllPages_[static_cast<std::size_t>(page - kFirstPLLPage)]->Freshen();
+        }
     });
 }
 
@@ -166,6 +190,13 @@ void frmPart::Note(const QString& text) {
 }
 
 void frmPart::SelectPage(int index) {
+    Turn(index);
+    Freshen();
+}
+
+/// While a device comes or goes there is nothing to refresh: the pages are on the way.
+void frmPart::Turn(int index) {
+    const QScopedValueRollback<bool> turning(turning_, true);
     // A box on the page that goes is not left by the user: the focus goes first, without a reason of his.
     if (index != tabPart_->currentIndex()) {
         if (QWidget* focused = QApplication::focusWidget(); focused != nullptr && isAncestorOf(focused)) {

@@ -126,6 +126,8 @@ protected:
 private:
     void BuildPages();
     void EnterPage(QWidget& page);
+    void Turn(int page);
+    void Freshen();
     void WireMenu();
     void WireStepCommands();
     void OnMenu(const char* item, void (frmPart::*answer)());
@@ -139,6 +141,7 @@ private:
     void mnuAutoReload_Click();
     void mnuAutoReloadChange_Click();
     void mnuPreCheck_Click(const char* chosen);
+    void mnuDocuments_Click();
     void mnuOstrelWireless_Click();
     void mnuAbout_Click();
     void tmrAutoReload_Timer();
@@ -171,6 +174,7 @@ private:
     MainMenu menu_;
     StatusStrip* status_;
     QTabWidget* tabPart_;
+    bool turning_ = false;   ///< The program itself turns the pages.
     QPointer<QWidget> shownPage_;
     QSet<const QWidget*> workedPages_;   ///< Where a control of the device had the focus.
     PortPage* portPage_ = nullptr;

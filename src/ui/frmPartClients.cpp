@@ -39,7 +39,7 @@ void frmPart::ShowWindow() {
 void frmPart::SelectTab(const std::string& caption) {
     int found = 0;
     for (int page = 0; page < tabPart_->count(); ++page) {
-        SelectPage(page);
+        Turn(page);
         const QString shown = tabPart_->tabText(page).replace(QLatin1String("&&"), QLatin1String("&"));
         if (shown == Qt8(caption)) {
             found = page;

@@ -52,9 +52,9 @@ void frmPart::ClearForm() {
     }
     portPage_->ClearPins();
     ForDevice().burst->ClearRegisters();
-    SelectPage(kBitsPage);
+    Turn(kBitsPage);
     ForDevice().bits->ClearControls();
-    SelectPage(kRegistersPage);
+    Turn(kRegistersPage);
     ForDevice().registers->ClearRows();
     for (PLLPage* page : pllPages_) {
         page->Unbind();
@@ -72,7 +72,7 @@ std::string frmPart::SaveDevice() {
 
 void frmPart::RemovePLLPages() {
     if (pllPages_.size() > 1) {
-        SelectPage(kFirstPLLPage);
+        Turn(kFirstPLLPage);
     }
     while (pllPages_.size() > 1) {
         tabPart_->removeTab(tabPart_->indexOf(pllPages_.back()));
@@ -89,7 +89,7 @@ void frmPart::RebuildRulers() {
 
 void frmPart::AddRegisterRow(const cRegister& added) {
     if (part_.Registers().Count() > 1) {
-        SelectPage(kRegistersPage);
+        Turn(kRegistersPage);
     }
     ForDevice().registers->AddRow(added);
     ForDevice().burst->AddRegister(added);
@@ -122,7 +122,7 @@ void frmPart::AddPLLPage(int index, const std::string& name) {
     if (place < pllPages_.size()) {
         const int page = kFirstPLLPage + index;
         tabPart_->setTabText(page, Qt8(name).replace(QLatin1Char('&'), QLatin1String("&&")));
-        SelectPage(page);
+        Turn(page);
         pllPages_[place]->Bind(Qt8(name));
     }
 }

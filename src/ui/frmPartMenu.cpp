@@ -1,5 +1,10 @@
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QUrl>
+
 #include "burst/SetupFile.h"
 #include "settings/Modes.h"
+#include "ui/Documents.h"
 #include "ui/PLLPage.h"
 #include "ui/frmAboutBox.h"
 #include "ui/frmPart.h"
@@ -31,6 +36,7 @@ void frmPart::WireMenu() {
     OnMenu("mnuAddMode", &frmPart::mnuAddMode_Click);
     OnMenu("mnuAutoReload", &frmPart::mnuAutoReload_Click);
     OnMenu("mnuAutoReloadChange", &frmPart::mnuAutoReloadChange_Click);
+    OnMenu("mnuDocuments", &frmPart::mnuDocuments_Click);
     OnMenu("mnuOstrelWireless", &frmPart::mnuOstrelWireless_Click);
     OnMenu("mnuAbout", &frmPart::mnuAbout_Click);
     connect(menu_.Item(QStringLiteral("mnuExit")), &QAction::triggered, this, &frmPart::close);
@@ -43,10 +49,13 @@ void frmPart::WireMenu() {
 
 void frmPart::WireStepCommands() {
     const auto wire = [this](const char* item, auto step) {
-        connect(menu_.Item(QString::fromLatin1(item)), &QAction::triggered, this, [this, step] {
+        QAction* action = menu_.Item(QString::fromLatin1(item));
+        connect(action, &QAction::triggered, this, [this, action, step] {
             Event([&] {
                 if (PLLPage* page = CurrentPLLPage()) {
                     step(*page);
+                } else {
+                    Note(tr("%1 works on a PLL page").arg(action->shortcut().toString()));
                 }
             });
         });
@@ -175,6 +184,16 @@ void frmPart::mnuPreCheck_Click(const char* chosen) {
     }
     ChoosePrescalerCheck(chosen);
     part_.UpdatePLLDisplay();
+}
+
+void frmPart::mnuDocuments_Click() {
+    const QString place = FindDocuments(QCoreApplication::applicationDirPath());
+    if (place.isEmpty()) {
+        Note(tr(
+            "No documents found: they lie in share/doc/tarnwick of the installation, or in docs beside the program"));
+    } else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(place))) {
+        Note(tr("No program here opens %1: read it with one of your own").arg(place));
+    }
 }
 
 void frmPart::mnuOstrelWireless_Click() {

@@ -5,10 +5,10 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QScrollBar>
-#include <cmath>
 #include <map>
 #include <set>
 
+#include "ui/Colours.h"
 #include "ui/Spinner.h"
 #include "ui/WindowFixture.h"
 
@@ -35,15 +35,6 @@ QString Words(QWidget* control) {
 
 std::string Called(const QWidget* control) {
     return (control->objectName() + QLatin1String(" of ") + control->parentWidget()->objectName()).toStdString();
-}
-
-/// Relative luminance, 0 black to 1 white, as the accessibility guidelines for the Web reckon it.
-double Luminance(QRgb colour) {
-    const auto linear = [](int part) {
-        const double share = part / 255.0;
-        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
 }
 
 class Accessibility : public WindowFixture, public testing::WithParamInterface<const char*> {
@@ -74,17 +65,16 @@ protected:
         return stops;
     }
 
-    /// How far the colour of a control's text stands off from what is behind it: 1 not at all, 21 black on white.
+    /// How far the colour of a control's text stands off from what is behind it.
     double TextContrast(const QString& name) {
         QWidget* control = Child(name);
         const QPixmap around = Window().grab(QRect(control->mapTo(&Window(), QPoint()), control->size()));
         const QImage image = around.toImage().copy(3, 3, around.width() * 2 / 3, around.height() - 6);   // No frame.
-        const double behind = Luminance(image.pixel(0, image.height() - 1));
+        const QColor behind = image.pixelColor(0, image.height() - 1);
         double most = 1;
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {
-                const double here = Luminance(image.pixel(x, y));
-                most = std::max(most, (std::max(here, behind) + 0.05) / (std::min(here, behind) + 0.05));
+                most = std::max(most, Contrast(image.pixelColor(x, y), behind));
             }
         }
         return most;
@@ -124,6 +114,10 @@ TEST_P(Accessibility, EachControlThatTakesInputHasANameOfItsOwn) {
             EXPECT_TRUE(first) << Called(control) << " and " << Called(named[words]) << ": " << words.toStdString();
         }
     });
+    for (auto* control : Window().findChildren<QWidget*>()) {
+        const bool given = !control->objectName().isEmpty() && !control->objectName().startsWith("qt_");
+        EXPECT_FALSE(given && !control->isHidden() && Words(control).isEmpty()) << Called(control);
+    }
 }
 
 TEST_P(Accessibility, TheTabKeyReachesAllAndComesRound) {
@@ -170,7 +164,7 @@ TEST_P(Accessibility, NoMnemonicOrShortCutStandsForTwo) {
     for (const QAction* menu : Window().menuBar()->actions()) {
         addTo(bar, QKeySequence::mnemonic(menu->text()), menu->text());
     }
-    EXPECT_EQ(bar.size(), 6U);
+    EXPECT_EQ(bar.size(), 7U);
     for (const QMenu* menu : Window().menuBar()->findChildren<QMenu*>()) {
         std::map<QKeySequence, QString> items;
         for (const QAction* item : menu->actions()) {
@@ -196,6 +190,14 @@ TEST_P(Accessibility, WhatCanNotBeChangedCanBeReadInEveryTheme) {
         for (const auto& [name, page] : {std::pair{"txtPortAdr", 0}, {"cmbLdBurst", 3}, {"lblCPState(0)", 4}}) {
             Page(page);
             EXPECT_GE(TextContrast(name), kReadable) << name;
+        }
+        Page(1);
+        Click("txtRegBits(0)", Qt::LeftButton, {}, {Child("txtRegBits(0)")->width() - 4, 5});   // A control bit: blue.
+        EXPECT_GE(TextContrast("lblRegName(0)"), kReadable);
+        for (auto* spinner : Window().findChildren<Spinner*>()) {
+            spinner->setFocus();
+            const QColor frame = spinner->grab().toImage().pixelColor(0, spinner->height() / 2);
+            EXPECT_GE(Contrast(frame, window), spinner->hasFocus() ? 2.9 : 1) << Called(spinner);
         }
     }
     QApplication::setPalette(system);

@@ -1,9 +1,13 @@
 #include <QInputDialog>
+#include <QLabel>
 #include <QPlainTextEdit>
+#include <QScreen>
 
 #include "burst/cBurst.h"
 #include "support/TextTable.h"
+#include "ui/Documents.h"
 #include "ui/WindowFixture.h"
+#include "ui/WindowPlace.h"
 
 namespace {
 
@@ -168,4 +172,60 @@ TEST_F(MainWindow, TellsWhatCouldNotBeSaved) {
     std::filesystem::create_directory(folder.Path("ONE.ini"));
     part.ClearPLL();
     EXPECT_TRUE(Note().contains(QString::fromStdString(folder.Path("ONE.ini")))) << Note().toStdString();
+}
+
+TEST_F(MainWindow, TheStatusBarLeavesMostOfItsRoomToTheNote) {
+    Resize(1280, 700);
+    PortStatus status = port.Status();
+    status.summary = "Firmata 2.5 on /dev/serial/by-id/usb-Arduino__www.arduino.cc__0043_55731323736351611260-if00";
+    Window().Status().ShowPort(status);
+    Window().Status().ShowAutomation("Held by 1 client");
+    Window().Note("asked 2400.05 MHz, reached 2400.04999 MHz: -10 Hz, -0.0042 ppm; sent R0, R1");
+    Settle();
+    const auto* note = Child<QLabel>("staNote");
+    EXPECT_GE(note->width(), note->fontMetrics().horizontalAdvance(Note()));
+    EXPECT_TRUE(Child("staPort")->toolTip().contains(QString::fromStdString(status.summary)));
+    Resize(641, 427);
+    EXPECT_EQ(Window().width(), 641) << "nor does a long text widen the window";
+}
+
+TEST_F(MainWindow, TheWindowComesBackWhereItWas) {
+    const QString file = QString::fromStdString(folder.Path("config/window.ini"));
+    const auto after = [&](QRect left, bool maximised) {
+        {
+            QWidget window;
+            const WindowPlace place(window, file);
+            window.setGeometry(left);
+            maximised ? window.showMaximized() : window.show();
+        }
+        QWidget window;
+        const WindowPlace place(window, file);
+        return std::pair(window.isMaximized() ? window.normalGeometry() : window.geometry(), window.isMaximized());
+    };
+    const QRect usual(40, 50, 500, 300);
+    EXPECT_EQ(after(usual, false), std::pair(usual, false));
+    EXPECT_TRUE(after(usual, true).second);
+    const QRect screen = Window().screen()->availableGeometry();
+    EXPECT_TRUE(screen.intersects(after(usual.translated(9000, 9000), false).first)) << "that screen is gone";
+    folder.File("config/window.ini", "[window]\nplace=@ByteArray(no place)\n");
+    QWidget fresh;
+    const QSize size = fresh.size();
+    { const WindowPlace damaged(fresh, file); }
+    { const WindowPlace unwritable(fresh, file + "/under/a/file"); }
+    EXPECT_EQ(fresh.size(), size);
+}
+
+TEST_F(MainWindow, TheDocumentsAreFoundBesideTheProgramOrWhereTheyAreInstalled) {
+    const QString programs = QString::fromStdString(folder.Path("bin"));
+    const auto found = [&] { return QString(FindDocuments(programs)).remove(QString::fromStdString(folder.Path(""))); };
+    EXPECT_EQ(found(), "");
+    for (const auto& [made, opens] : {std::pair{"share/doc/tarnwick/ports.md", "share/doc/tarnwick"},
+                                      {"share/doc/tarnwick/README.md", "share/doc/tarnwick/README.md"},
+                                      {"bin/docs/README.md", "bin/docs/README.md"}}) {
+        std::filesystem::create_directories(std::filesystem::path(folder.Path(made)).parent_path());
+        folder.File(made, "");
+        EXPECT_EQ(found(), opens);
+    }
+    Choose("mnuDocuments");
+    EXPECT_NE(Note(), "") << "none lie beside the tests";
 }

@@ -215,6 +215,7 @@ TEST_F(PLLPageTest, TheKeyboardControlsWorkWhereverTheFocusIs) {
     Page(1);
     KeyClick(Qt::Key_F2);
     EXPECT_EQ(Sent(), "");
+    EXPECT_TRUE(Note().contains("F2 ")) << "why nothing happened";
 }
 
 TEST_F(PLLPageTest, EachLoopHasItsOwnControls) {

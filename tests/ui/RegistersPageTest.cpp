@@ -102,6 +102,7 @@ TEST_F(RegistersPageTest, DigitsAreEnteredFromTheLowEndUpward) {
         EXPECT_EQ(Register(1).Change(), value != 0xF0 || QString(keys) == "01");
         EXPECT_TRUE(port.Writes().empty()) << "typing must not load";
         EXPECT_EQ(Text("lblHexDisplay"), "F0");
+        EXPECT_EQ(Child("lblHexDisplay")->toolTip().isEmpty(), value == 0xF0) << "whether it says that it is stale";
     }
     EXPECT_EQ(Register(2).Value(), 0);
 }
