@@ -12,6 +12,7 @@ void cPart::SendAddressWord() {
 
 void cPart::LoadChanges() {
     bool started = false;
+    sentChanges_.clear();
     for (int i = 1; i <= registers_.Count(); ++i) {
         cRegister& changed = registers_.At(i);
         if (!changed.Change()) {
@@ -26,7 +27,10 @@ void cPart::LoadChanges() {
             LoadValue(i);
         }
         std::string name = changed.ID();
-        ShiftOut(&changed, name);
+        if (const cRegister& first = ShiftOut(&changed, name); first.ID() != name) {
+            sentChanges_.push_back(first.ID());
+        }
+        sentChanges_.push_back(name);
     }
     if (started) {
         StopSBILoad();

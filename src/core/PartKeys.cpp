@@ -15,7 +15,7 @@ constexpr auto kEntry = PartKey::Kind::Entry;
 
 constexpr std::array kSections{"SETUP", "PINS", "REGISTERS", "BITS", "PLLS", "MODES"};
 
-constexpr std::array<PartKey, 67> kKeys{{
+constexpr std::array<PartKey, 68> kKeys{{
     {"SETUP", "REGISTER_LENGTH", kSingle},
     {"SETUP", "CONTROL_LENGTH", kSingle},
     {"SETUP", "ADDRESS", kSingle},
@@ -76,6 +76,7 @@ constexpr std::array<PartKey, 67> kKeys{{
     {"PLLS", "RP", kItem},
     {"PLLS", "FRACTNUM", kItem},
     {"PLLS", "FRACTDEN", kItem},
+    {"PLLS", "FRACTCARRY", kItem},
     {"PLLS", "OSCIN", kItem},
     {"MODES", "COUNT", kSingle},
     {"MODES", "MODE", kItem},

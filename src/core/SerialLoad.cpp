@@ -34,20 +34,22 @@ cRegister* cPart::PartnerOf(const cRegister& one) const {
 }
 
 /// Shifts the register out, and of a pair the high part before the low one; `name` follows along. A part without a
-/// partner that leads on to a low part goes out alone, with LE.
-void cPart::ShiftOut(cRegister* shifted, std::string& name) {
+/// partner that leads on to a low part goes out alone, with LE. Gives the register that went out first.
+const cRegister& cPart::ShiftOut(cRegister* shifted, std::string& name) {
     cRegister* high = PartnerOf(*shifted);
     if (high != nullptr && shifted->LowByte() && PartnerOf(*high) != nullptr) {
         name = high->ID();
         shifted = high;
         static_cast<void>(high->Change());   // Goes out with the low part: the mark is spent.
     }
+    const cRegister& first = *shifted;
     const Wiring wiring = Wiring::Of(*this);
     while (true) {
+        ++shiftCount_;
         cRegister* low = shifted->LowByte() ? nullptr : PartnerOf(*shifted);
         Send(wiring, [&](Waveform& form) { form.Register(shifted->Value(), low == nullptr); });
         if (low == nullptr) {
-            return;
+            return first;
         }
         name = low->ID();
         shifted = low;

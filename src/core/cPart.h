@@ -138,9 +138,13 @@ public:
     void UpdateOutputPins();
 
     // What goes to the port when. Registers go in the order of the part file.
-    void LoadChanges();                             ///< Every register that is marked changed.
+    void LoadChanges();   ///< Every register that is marked changed.
+    /// The names of the registers that the last LoadChanges sent, in their order; of a pair both.
+    [[nodiscard]] const std::vector<std::string>& SentChanges() const noexcept { return sentChanges_; }
     void LoadRegisterNumber(std::int16_t number);   ///< One, counted from 1; nothing beyond the registers.
     void LoadAll();
+    /// How many registers have been shifted out so far, whatever for.
+    [[nodiscard]] std::uint64_t ShiftCount() const noexcept { return shiftCount_; }
 
     // The serial load.
     /// Shifts a register out; of a pair both parts, the high one first, and `name` then names the low one.
@@ -179,7 +183,7 @@ private:
     template <class Make>
     void Send(Wiring wiring, Make make);
     [[nodiscard]] cRegister* PartnerOf(const cRegister& one) const;
-    void ShiftOut(cRegister* shifted, std::string& name);
+    const cRegister& ShiftOut(cRegister* shifted, std::string& name);
     void ShowBurst(bool vectors);
     template <class Show>
     void Redraw(Show show);
@@ -201,6 +205,8 @@ private:
     std::string id_;
     std::string initFile_;
     Waveform waveform_;
+    std::vector<std::string> sentChanges_;
+    std::uint64_t shiftCount_ = 0;
     int fieldVisits_ = 0;
     std::int16_t portAddress_ = 0;
     std::int16_t clockPosition_ = 0;

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "core/Errors.h"
+#include "core/TypedNumber.h"
 #include "support/TextTable.h"
 
 namespace {
@@ -30,6 +31,29 @@ TEST(Numbers, RoundHalvesToEvenAndRefuseWhatDoesNotFit) {
         EXPECT_EQ(Result(RoundToShort, CellNumber(row[0])), row[2]) << row[0];
     }
     EXPECT_EQ(RoundHalfEven(4503599627370495.5), 4503599627370496.0);
+}
+
+TEST(Numbers, TypedTextsMeanOneNumberOrAreRefused) {
+    // The text; what it is as a plain number, in MHz and in kHz.
+    for (const TextRow& row : TextTable(R"('433' 433 433 433; ' -2,5 ' -2.5 -2.5 -2.5; '0,125' 0.125 0.125 0.125
+        '1e3' 1000 1000 1000; '.5E+1' 5 5 5; '2400,0500' 2400.05 2400.05 2400.05
+        '433MHz' - 433 433000; '433mhz' - 433 433000; '433 m' - 433 433000; '2.4G' - 2400 2400000
+        '1.001 GHZ' - 1001 1001000; '433,5k' - 0.4335 433.5; '25hz' - 0.000025 0.025; '1e3 k' - 1 1000
+        '433,500' - - -; '1,000' - - -; '1,000,000' - - -; '1.000,5' - - -; '1.2.3' - - -; '5mHz' - - -; '5 Hzz' - - -
+        '5T' - - -; '5e' - - -; 'MHz' - - -; '' - - -; ',' - - -; '1 000' - - -; '1e999999999999' - - -; 'nan' - - -)")) {
+        const auto typed = [&](auto convert) {
+            try {
+                return GeneralText(convert());
+            } catch (const ConversionError& error) {
+                EXPECT_TRUE(std::string(error.what()).starts_with('"' + row[0] + '"')) << error.what();
+                return std::string("-");
+            }
+        };
+        EXPECT_EQ(typed([&] { return TypedNumber(row[0]); }), row[1]) << row[0];
+        EXPECT_EQ(typed([&] { return TypedFrequency(row[0], FrequencyUnit::Megahertz); }), row[2]) << row[0];
+        EXPECT_EQ(typed([&] { return TypedFrequency(row[0], FrequencyUnit::Kilohertz); }), row[3]) << row[0];
+    }
+    EXPECT_EQ(TypedFrequency("1.001GHz", FrequencyUnit::Megahertz), 1001) << "rounded once";
 }
 
 TEST(Numbers, WholeBitsKeepTheLowest64) {
