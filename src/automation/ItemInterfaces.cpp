@@ -131,6 +131,7 @@ Interface PLLInterface() {
     face.ReadOnly<std::string>("RCounterName", &L::RCounterName);
     face.ReadOnly<std::string>("NCounterName", &L::NCounterName);
     face.WriteOnly<bool>("VCOFixed", &L::VCOFixed);
+    face.ReadWrite<bool>("FractCarry", &L::FractCarry, &L::FractCarry);
     face.Add<QDBusObjectPath>(
         "Part", [](L&) { return PartPath(); }, nullptr);
     face.Add<QDBusObjectPath>(

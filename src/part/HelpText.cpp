@@ -21,10 +21,11 @@ words  prints the register words in hexadecimal, in the order of loading, after
        the settings, which are applied one after the other:
        FIELD=VALUE  a field by its name; VALUE is a number, with or without the
                     field's units, or the text of a list's entry
-       PLL.vco=MHZ  the VCO frequency of a PLL, by N and its fraction; "pll"
-                    names the only one
+       PLL.vco=MHZ  the VCO frequency of a PLL, by N and its fraction, as the
+                    window sets it; "pll" names the only one
        PLL.osc=MHZ  its reference
        PLL.fpd=KHZ  its phase detector frequency, by R
+       A frequency may bring its own unit: 433.5MHz, 2.4G, 200kHz.
 
 The status is 0 if all is well, 1 if check found an error or a warning, show or
 words an error, or if a setting wasn't taken as it was given, and 2 if the

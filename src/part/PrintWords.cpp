@@ -103,34 +103,17 @@ std::optional<int> PLLIndex(cPart& part, std::string_view name) {
     return part.PLLs().Count() == 1 && SameText(name, "pll") ? std::optional(0) : std::nullopt;
 }
 
-/// The VCO frequency by the nearest N. An entry cuts N to its whole part, and where N lies a trace below the next
-/// one, a numerator that must stay below its denominator can't make up for it.
-void WriteNearestN(cPLL& pll, double megahertz, EntryResult& result) {
-    const double miss = std::fabs(*result.reached - megahertz) * result.hertzPerUnit;
-    if (miss > pll.Resolution() / 2) {
-        pll.NValue(RoundHalfEven(megahertz / pll.PDFrequency() * 1e3));
-        result.reached = pll.VCOFrequency();
-    }
-}
-
 /// A frequency that isn't met is told; one that is missed by more than half the step of the PLL wasn't taken.
 Answer SetFrequency(cPart& part, int index, EntryBox box, const std::string& text) {
-    const auto number = ParseNumber(text);
-    if (!number) {
-        return {false, "\"" + text + "\" is no frequency"};
-    }
-    EntryResult result;
-    WriteEntry(part, index, box, *number, result);
-    if (result.Refused() || !result.reached) {
-        return {false, EntryNote(result, box)};
-    }
-    if (box != EntryBox::VCO) {
-        return {box == EntryBox::Fpd || EntryNote(result, box).empty(), EntryNote(result, box)};
-    }
     cPLL& pll = part.PLLs().At(index + 1);
-    WriteNearestN(pll, *number, result);
-    const double miss = std::fabs(*result.reached - *number) * result.hertzPerUnit;
-    return {miss <= pll.Resolution() * 0.501, EntryNote(result, box)};
+    EntryResult result;
+    WriteEntry(pll, box, EntryNumber(box, text), result);
+    const std::string note = Met(result) ? "" : EntryNote(result);
+    if (box != EntryBox::VCO || !result.reached) {
+        return {box == EntryBox::Fpd || note.empty(), note};
+    }
+    const double miss = std::fabs(*result.reached - *result.asked) * result.hertzPerUnit;
+    return {miss <= pll.Resolution() * 0.501, note};
 }
 
 Answer Set(cPart& part, const std::string& name, const std::string& value) {

@@ -13,18 +13,19 @@ namespace {
 
 struct Row {
     const char* name;
-    const char* unit;   ///< With the blank in front; empty for a count.
-    bool ppm;           ///< A relative miss means something.
+    const char* label;   ///< In front of a count, which has no unit that would tell what it is.
+    const char* unit;    ///< With the blank in front; empty for a count.
+    bool ppm;            ///< A relative miss means something.
 };
 
 constexpr std::array<Row, 7> kRows{{
-    {"Reference frequency in MHz", " MHz", true},
-    {"VCO frequency in MHz", " MHz", true},
-    {"Phase detector frequency in kHz", " kHz", true},
-    {"Value of the R counter", "", false},
-    {"Value of the N counter", "", true},
-    {"Numerator of the fraction", "", false},
-    {"Denominator of the fraction", "", false},
+    {"Reference frequency", "", " MHz", true},
+    {"VCO frequency", "", " MHz", true},
+    {"Phase detector frequency", "", " kHz", true},
+    {"Value of the R counter", "R: ", "", false},
+    {"Value of the N counter", "N: ", "", true},
+    {"Numerator of the fraction", "numerator: ", "", false},
+    {"Denominator of the fraction", "denominator: ", "", false},
 }};
 
 const Row& RowOf(EntryBox box) {
@@ -43,10 +44,7 @@ std::string Signed(double value, int digits) {
     return (value > 0 ? "+" : "") + Digits(value, digits);
 }
 
-struct Range {
-    double low;
-    double high;
-};
+using Range = ValueRange;
 
 std::optional<Range> Within(const std::vector<double>& values) {
     const auto [low, high] = std::minmax_element(values.begin(), values.end());
@@ -65,21 +63,15 @@ std::optional<Range> TextRange(const std::vector<std::string>& texts) {
     return Within(values);
 }
 
-/// What the field's Value can be; nothing for a constant and a list of words.
-std::optional<Range> RangeOf(const cPrgmBits& field) {
-    if (field.Position() < 0) {
-        return std::nullopt;
+/// The range as the greater field cuts it. Of that rule and a limit of the field itself the limit wins.
+Range WithinRule(const cPrgmBits& field, Range range) {
+    if (!field.GreaterBitName().empty()) {
+        const double rule = field.Part().PrgmBits().At(field.GreaterBitName()).Value();
+        double& end = field.GreaterEqual() ? range.low : range.high;
+        end =
+            field.GreaterEqual() ? std::min(std::max(end, rule), range.high) : std::max(std::min(end, rule), range.low);
     }
-    if (field.HasValueList()) {
-        return Within(field.ValueList());
-    }
-    if (field.HasStringList()) {
-        return TextRange(field.StringList());
-    }
-    const double most = field.Maximum();
-    const double high = field.MaximumValue() > 0 ? std::min(most, field.MaximumValue()) : most;
-    const double low = field.Polarity() ? -most : field.ZeroValue();
-    return Range{std::max(low, field.MinimumValue()), high};
+    return range;
 }
 
 bool IsList(const cPrgmBits& field) {
@@ -106,7 +98,9 @@ std::string CounterHint(const cPLL& pll, const std::string& fieldName) {
 std::optional<Range> RangeOfN(const cPLL& pll) {
     auto range = RangeOf(pll.Part().PrgmBits().At(pll.NCounterName()));
     if (range && !pll.NumeratorName().empty() && pll.DenValue() > 0) {
-        range->high += 1 - 1.0 / pll.DenValue();
+        const double denominator = pll.DenValue();
+        const auto numerator = RangeOf(pll.Part().PrgmBits().At(pll.NumeratorName()));
+        range->high += std::min(numerator ? numerator->high : 0, denominator - 1) / denominator;
     }
     return range;
 }
@@ -174,6 +168,22 @@ std::string Details(cPLL& pll, EntryBox box) {
 
 }   // namespace
 
+std::optional<ValueRange> RangeOf(const cPrgmBits& field) {
+    if (field.Position() < 0) {
+        return std::nullopt;
+    }
+    if (field.HasValueList()) {
+        return Within(field.ValueList());
+    }
+    if (field.HasStringList()) {
+        return TextRange(field.StringList());
+    }
+    const double most = field.Maximum();
+    const double high = field.MaximumValue() > 0 ? std::min(most, field.MaximumValue()) : most;
+    const double low = field.Polarity() ? -most : field.ZeroValue();
+    return WithinRule(field, {std::max(low, field.MinimumValue()), high});
+}
+
 std::string HertzText(double hertz) {
     struct Scale {
         double from;
@@ -181,30 +191,45 @@ std::string HertzText(double hertz) {
     };
     constexpr std::array<Scale, 6> kScales{
         {{1e9, " GHz"}, {1e6, " MHz"}, {1e3, " kHz"}, {1, " Hz"}, {1e-3, " mHz"}, {1e-6, " uHz"}}};
-    const double magnitude = std::fabs(hertz);
+    constexpr int kShown = 6;
+    const double magnitude = std::fabs(NumberOf(Digits(hertz, kShown)));   // What is shown chooses the unit.
     if (magnitude == 0 || !std::isfinite(hertz)) {
         return GeneralText(hertz) + " Hz";
     }
     for (const Scale& scale : kScales) {
         if (magnitude >= scale.from) {
-            return Digits(hertz / scale.from, 6) + scale.unit;
+            return Digits(hertz / scale.from, kShown) + scale.unit;
         }
     }
-    return Digits(hertz / kScales.back().from, 6) + kScales.back().unit;
+    return Digits(hertz / kScales.back().from, kShown) + kScales.back().unit;
 }
 
-std::string EntryNote(const EntryResult& result, EntryBox box) {
-    if (result.Refused()) {
+const char* EntryName(EntryBox box) {
+    return RowOf(box).name;
+}
+
+bool Met(const EntryResult& result) {
+    constexpr double kTrace = 1e-14;   // What sums and quotients of frequencies leave over.
+    return result.asked && result.reached &&
+           (GeneralText(*result.asked) == GeneralText(*result.reached) ||
+            std::fabs(*result.reached - *result.asked) <= kTrace * std::fabs(*result.asked));
+}
+
+std::string EntryNote(const EntryResult& result) {
+    const Row& row = RowOf(result.box);
+    if (result.Refused() || !result.asked) {
         return result.refusal;
     }
-    if (!result.asked || !result.reached || GeneralText(*result.asked) == GeneralText(*result.reached)) {
-        return {};
+    if (!result.reached) {
+        return row.label + ("asked " + GeneralText(*result.asked)) + row.unit + "; it can't be read back";
     }
-    const Row& row = RowOf(box);
+    if (Met(result)) {
+        return row.label + GeneralText(*result.reached) + row.unit + " exact";
+    }
     const double miss = *result.reached - *result.asked;
     const bool count = *row.unit == '\0';
-    std::string text = "asked " + GeneralText(*result.asked) + row.unit + ", reached " + GeneralText(*result.reached) +
-                       row.unit + ": " + (count ? Signed(miss, 6) : "");
+    std::string text = row.label + ("asked " + GeneralText(*result.asked)) + row.unit + ", reached " +
+                       GeneralText(*result.reached) + row.unit + ": " + (count ? Signed(miss, 6) : "");
     if (result.hertzPerUnit != 0) {
         text += (count ? ", " : "") + Signed(miss * result.hertzPerUnit, 6) + " Hz";
     }
@@ -214,8 +239,31 @@ std::string EntryNote(const EntryResult& result, EntryBox box) {
     return text;
 }
 
+std::string SentText(const Sent& sent) {
+    constexpr std::size_t kNamed = 8;
+    if (!sent.allowed) {
+        return "not sent: AutoReload with Changes is off";
+    }
+    if (sent.registers.size() > kNamed) {
+        return "sent " + std::to_string(sent.registers.size()) + " registers";
+    }
+    std::string names;
+    for (const std::string& name : sent.registers) {
+        names += (names.empty() ? "sent " : ", ") + name;
+    }
+    return names.empty() ? "nothing to send" : names;
+}
+
+std::string EntryNote(const EntryResult& result, const Sent& sent) {
+    if (result.Refused() && sent.registers.empty()) {
+        return result.refusal;
+    }
+    return EntryNote(result) + (Met(result) ? ", " : "; ") + SentText(sent);
+}
+
 std::string EntryHint(cPart& part, int pllIndex, EntryBox box) {
-    std::string text = RowOf(box).name;
+    const Row& row = RowOf(box);
+    std::string text = row.name + (*row.unit == '\0' ? "" : std::string(" in") + row.unit);
     IgnoringFailures([&] { text += Details(part.PLLs().At(pllIndex + 1), box); });
     return text;
 }

@@ -2,7 +2,8 @@
 
 #include "core/cPart.h"
 
-void RunFollowUp(cPart& part, const FollowUp& followUp, bool autoReloadChange) {
+Sent RunFollowUp(cPart& part, const FollowUp& followUp, bool autoReloadChange) {
+    Sent sent;
     for (const FollowUpStep step : followUp.steps) {
         switch (step) {
             case FollowUpStep::Nothing:
@@ -19,8 +20,10 @@ void RunFollowUp(cPart& part, const FollowUp& followUp, bool autoReloadChange) {
             case FollowUpStep::Load:
                 if (followUp.rule == LoadRule::Always || autoReloadChange) {
                     part.LoadChanges();
+                    sent = {true, part.SentChanges()};
                 }
                 break;
         }
     }
+    return sent;
 }

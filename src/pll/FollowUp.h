@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <string>
+#include <vector>
 
 class cPart;
 
@@ -22,5 +24,11 @@ struct FollowUp {
 inline constexpr FollowUp kPLLsFirst{{FollowUpStep::ShowPLLs, FollowUpStep::ShowRegisters, FollowUpStep::Load}};
 inline constexpr FollowUp kRegistersFirst{{FollowUpStep::ShowRegisters, FollowUpStep::ShowPLLs, FollowUpStep::Load}};
 
+/// What a follow-up sent to the device.
+struct Sent {
+    bool allowed = false;                 ///< False: changes aren't loaded by themselves.
+    std::vector<std::string> registers;   ///< Their names, in the order of sending.
+};
+
 /// Runs the steps in their order. What the display or the port throws ends it.
-void RunFollowUp(cPart& part, const FollowUp& followUp, bool autoReloadChange);
+Sent RunFollowUp(cPart& part, const FollowUp& followUp, bool autoReloadChange);

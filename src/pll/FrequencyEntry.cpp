@@ -3,7 +3,9 @@
 #include <array>
 
 #include "core/Numbers.h"
+#include "core/TypedNumber.h"
 #include "core/cPart.h"
+#include "pll/EntryTexts.h"
 #include "pll/cPLL.h"
 
 namespace {
@@ -33,10 +35,10 @@ double FractionStep(cPLL& pll) {
     return denominator > 0 ? Comparison(pll) / denominator : 0;
 }
 
-/// The frequency that the box shows is met by what the counters hold. Its 15 digits may lie a trace below that,
-/// which would turn a numerator of 0 into the denominator, at an N one lower.
+/// Without carry the 15 digits of the frequency that is shown may lie a trace below what the counters hold, which would
+/// turn a numerator of 0 into the denominator, at an N one lower. A box that is left as it stands must move nothing.
 void WriteVCO(cPLL& pll, double megahertz) {
-    if (pll.XtalFrequency() != 0 && GeneralText(megahertz) == GeneralText(pll.VCOFrequency())) {
+    if (!pll.FractCarry() && pll.XtalFrequency() != 0 && GeneralText(megahertz) == GeneralText(pll.VCOFrequency())) {
         pll.NValue(pll.NValue());
     } else {
         pll.VCOFrequency(megahertz);
@@ -105,28 +107,51 @@ bool OnlyShown(cPart& part, int pllIndex, EntryBox box, bool userChanged) {
 
 }   // namespace
 
-void WriteEntry(cPart& part, int pllIndex, EntryBox box, double number, EntryResult& result) {
-    result.asked = number;
-    Attempt(result, [&] {
-        const Row& row = RowOf(box);
-        cPLL& pll = part.PLLs().At(pllIndex + 1);
-        row.write(pll, number);
-        result.written = true;
-        result.reached = row.read(pll);
-        result.hertzPerUnit = row.hertzPerUnit(pll);
+double EntryNumber(EntryBox box, std::string_view text) {
+    try {
+        switch (box) {
+            case EntryBox::Osc:
+            case EntryBox::VCO:
+                return TypedFrequency(text, FrequencyUnit::Megahertz);
+            case EntryBox::Fpd:
+                return TypedFrequency(text, FrequencyUnit::Kilohertz);
+            default:
+                return TypedNumber(text);
+        }
+    } catch (const ConversionError& error) {
+        throw ConversionError(std::string(EntryName(box)) + ": " + error.what());
+    }
+}
+
+void ReadBack(cPLL& pll, EntryBox box, EntryResult& result) {
+    IgnoringFailures([&] {
+        result.reached = RowOf(box).read(pll);
+        result.hertzPerUnit = RowOf(box).hertzPerUnit(pll);
     });
+}
+
+void WriteEntry(cPLL& pll, EntryBox box, double number, EntryResult& result) {
+    result.box = box;
+    result.asked = number;
+    RowOf(box).write(pll, number);
+    result.written = true;
+    ReadBack(pll, box, result);
 }
 
 EntryResult Enter(cPart& part, int pllIndex, EntryBox box, std::string_view text, bool userChanged) {
     EntryResult result;
+    result.box = box;
     result.handled = Applies(part, pllIndex, box);
-    auto number = result.handled ? ParseNumber(text) : std::nullopt;
-    if (number && box == EntryBox::Osc && *number < 0) {
-        number = ParseNumber(GeneralText(-*number));   // As the box would show it.
+    if (!result.handled || OnlyShown(part, pllIndex, box, userChanged)) {
+        return result;
     }
-    if (number && !OnlyShown(part, pllIndex, box, userChanged)) {
-        WriteEntry(part, pllIndex, box, *number, result);
-    }
+    Attempt(result, [&] {
+        double number = EntryNumber(box, text);
+        if (box == EntryBox::Osc && number < 0) {
+            number = NumberOf(GeneralText(-number));   // As the box would show it.
+        }
+        WriteEntry(part.PLLs().At(pllIndex + 1), box, number, result);
+    });
     return result;
 }
 

@@ -6,6 +6,7 @@
 #include "pll/FollowUp.h"
 #include "pll/Outcome.h"
 
+class cPLL;
 class cPart;
 
 /// The text boxes of a PLL's page, in the order of the table of boxes.
@@ -14,24 +15,32 @@ enum class EntryBox : unsigned char { Osc, VCO, Fpd, RCounter, NCounter, FractNu
 /// The two events in which a box's text counts.
 enum class EntryEvent : unsigned char { Enter, LostFocus };
 
+/// What became of an entry or a step.
 struct EntryResult : Outcome {
-    bool written = false;            ///< The text was a number and went to the PLL.
-    std::optional<double> asked;     ///< What was to be written, in the box's unit.
-    std::optional<double> reached;   ///< What reads back.
+    EntryBox box = EntryBox::VCO;    ///< Whose number it is about, in its unit.
+    bool written = false;            ///< It went to the PLL.
+    std::optional<double> asked;     ///< What was to be written.
+    std::optional<double> reached;   ///< What reads back; nothing if that fails.
     double hertzPerUnit = 0;         ///< What a miss by one unit is in hertz; 0 where that can't be said.
 };
 
-/// Takes over a box's text. A text that is no number writes nothing and isn't refused. A negative reference
-/// counts as positive. The N box of a fractional PLL shows a fraction that its counter doesn't hold: its text is
-/// written only if the user changed it, and then split into whole part and numerator. A VCO frequency that is the
-/// one shown leaves N as it is, digit for digit.
+/// The number in a box's text, a frequency also with its unit. ConversionError, naming the box, for any other text.
+double EntryNumber(EntryBox box, std::string_view text);
+
+/// Takes over a box's text. A text that is no number writes nothing and is refused. A negative reference counts as
+/// positive. The N box of a fractional PLL shows a fraction that its counter doesn't hold: its text is written only
+/// if the user changed it, and then split into whole part and numerator.
 ///
 /// Handled with a device loaded, the two boxes of the fraction where they are bound to a field. Throws nothing
 /// that is the user's or the part file's fault.
 EntryResult Enter(cPart& part, int pllIndex, EntryBox box, std::string_view text, bool userChanged);
 
-/// The same for a number at hand, as it is: a negative reference stays negative. Fills in a handled result.
-void WriteEntry(cPart& part, int pllIndex, EntryBox box, double number, EntryResult& result);
+/// The one way in which a number reaches a PLL, from a box, a step or a command line: as it is, a negative reference
+/// too. UserError if it can't be written.
+void WriteEntry(cPLL& pll, EntryBox box, double number, EntryResult& result);
+
+/// What the PLL holds in place of that box's number. What can't be read is left out: the write before it stands.
+void ReadBack(cPLL& pll, EntryBox box, EntryResult& result);
 
 /// Whether the box keeps the Enter key from the control: always for the fraction's boxes, else if it was handled.
 [[nodiscard]] bool SwallowsEnter(EntryBox box, const EntryResult& result);

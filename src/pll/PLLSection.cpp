@@ -8,6 +8,7 @@
 #include "core/Numbers.h"
 #include "core/PartFile.h"
 #include "core/cPart.h"
+#include "pll/EntryTexts.h"
 #include "pll/cPLL.h"
 
 namespace {
@@ -43,6 +44,7 @@ void ReadPLL(cPart& part, PartFile& file, int item) {
     part.SetupPLL(FieldName(file, "PD", item), FieldName(file, "IPO", item), FieldName(file, "TRI", item),
                   FieldName(file, "NP", item), FieldName(file, "RP", item));
     part.SetupPLLFraction(name, FieldName(file, "FRACTNUM", item), FieldName(file, "FRACTDEN", item));
+    part.PLLs().At(name).FractCarry(file.Boolean(kSection, PartFile::Key("FRACTCARRY", item), "FALSE"));
     ReadReference(part.PLLs().At(name), file, item);
 }
 
@@ -129,8 +131,18 @@ private:
         if (pll_.NValue() == 0) {
             Report("N", Severity::Warning, "N starts at 0, and so does the VCO frequency");
         }
-        if (!pll_.NumeratorName().empty() && pll_.DenValue() <= 0) {
+        if (pll_.NumeratorName().empty()) {
+            return;
+        }
+        const std::int32_t denominator = pll_.DenValue();
+        if (denominator <= 0) {
             Report("FRACTDEN", Severity::Warning, "the denominator starts at 0: the fraction doesn't count");
+        } else if (const auto range = RangeOf(pll_.Part().PrgmBits().At(pll_.NumeratorName()));
+                   !pll_.FractCarry() && range && range->high < denominator) {
+            Report("FRACTNUM", Severity::Note,
+                   "the numerator ends at " + GeneralText(range->high) + ", below the denominator " +
+                       std::to_string(denominator) + ": a frequency just below a whole N comes out a step low; " +
+                       PartFile::Key("FRACTCARRY", item_) + "=TRUE gives the nearest");
         }
     }
 

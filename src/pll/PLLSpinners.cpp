@@ -12,32 +12,22 @@ constexpr FollowUp kLoadFirst{{FollowUpStep::Load, FollowUpStep::ShowRegisters, 
 
 struct Row {
     const std::string& (cPLL::*field)() const noexcept;
+    EntryBox box;   // Of that field.
     bool lowersOnUp;
     bool showsText;
     FollowUp followUp;
 };
 
 constexpr std::array<Row, 5> kRows{{
-    {&cPLL::RCounterName, false, false, kRegistersFirst},
-    {&cPLL::RCounterName, true, false, kRegistersFirst},
-    {&cPLL::NCounterName, false, false, kRegistersFirst},   // Goes through the VCO frequency instead.
-    {&cPLL::NumeratorName, false, true, kLoadFirst},
-    {&cPLL::DenominatorName, false, true, kLoadFirst},
+    {&cPLL::RCounterName, EntryBox::RCounter, false, false, kRegistersFirst},
+    {&cPLL::RCounterName, EntryBox::RCounter, true, false, kRegistersFirst},
+    {&cPLL::NCounterName, EntryBox::VCO, false, false, kRegistersFirst},   // Goes through the VCO frequency instead.
+    {&cPLL::NumeratorName, EntryBox::FractNum, false, true, kLoadFirst},
+    {&cPLL::DenominatorName, EntryBox::FractDen, false, true, kLoadFirst},
 }};
 
 const Row& RowOf(PLLSpinner spinner) {
     return kRows.at(static_cast<std::size_t>(spinner));
-}
-
-void StepField(SpinResult& result, cPrgmBits& field, const Row& row, bool up) {
-    if (up != row.lowersOnUp) {
-        field.Increment();
-    } else {
-        field.Decrement();
-    }
-    if (row.showsText) {
-        result.text = field.Text();
-    }
 }
 
 }   // namespace
@@ -52,11 +42,15 @@ SpinResult Spin(cPart& part, int pllIndex, PLLSpinner spinner, SpinButton button
     }
     result.handled = true;
     const bool up = button == SpinButton::Up;
+    if (spinner == PLLSpinner::NCounter) {
+        StepVCO(result, *pll, fpdText, up ? 1 : -1);
+        return result;
+    }
     Attempt(result, [&] {
-        if (spinner == PLLSpinner::NCounter) {
-            StepVCO(*pll, fpdText, up ? 1 : -1);
-        } else {
-            StepField(result, part.PrgmBits().At((pll->*row.field)()), row, up);
+        cPrgmBits& field = part.PrgmBits().At((pll->*row.field)());
+        StepField(result, *pll, row.box, field, up != row.lowersOnUp);
+        if (row.showsText) {
+            result.text = field.Text();
         }
     });
     return result;

@@ -4,8 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "pll/FollowUp.h"
-#include "pll/Outcome.h"
+#include "pll/FrequencyEntry.h"
 
 class cPart;
 
@@ -14,7 +13,7 @@ enum class PLLSpinner : unsigned char { RCounter, Fpd, NCounter, FractNum, Fract
 
 enum class SpinButton : unsigned char { Up, Down };
 
-struct SpinResult : Outcome {
+struct SpinResult : EntryResult {
     std::optional<std::string> text;   ///< What the fraction's box beside the spinner shows at once.
 };
 

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "core/Numbers.h"
 #include "core/cPart.h"
 #include "pll/cPLL.h"
 
@@ -11,13 +10,20 @@ namespace {
 /// The steps of N that a command makes; 0 for the numerator's.
 constexpr std::array<int, 6> kStepsOfN{-1, 1, -10, 10, 0, 0};
 
-void StepNumerator(Outcome& outcome, const cPLL& pll, bool up) {
-    outcome.handled = !pll.NumeratorName().empty();
-    if (outcome.handled) {
-        Attempt(outcome, [&] {
-            cPrgmBits& numerator = pll.Part().PrgmBits().At(pll.NumeratorName());
-            up ? numerator.Increment() : numerator.Decrement();
-        });
+/// One step of N in kHz.
+double StepSize(std::string_view fpdText) {
+    try {
+        return EntryNumber(EntryBox::Fpd, fpdText);
+    } catch (const ConversionError& error) {
+        throw ConversionError(std::string("the step is unknown: ") + error.what());
+    }
+}
+
+void StepNumerator(EntryResult& result, cPLL& pll, bool up) {
+    result.handled = !pll.NumeratorName().empty();
+    if (result.handled) {
+        Attempt(result,
+                [&] { StepField(result, pll, EntryBox::FractNum, pll.Part().PrgmBits().At(pll.NumeratorName()), up); });
     }
 }
 
@@ -27,37 +33,47 @@ cPLL* LoadedPLL(cPart& part, int pllIndex) {
     return part.ID().empty() ? nullptr : part.PLLs().Find(pllIndex + 1);
 }
 
-void StepVCO(cPLL& pll, std::string_view fpdText, int steps) {
-    const auto kilohertz = ParseNumber(fpdText);
-    if (!kilohertz) {
-        throw ConversionError("the phase detector frequency \"" + std::string(fpdText) +
-                              "\" is no number, so the step is unknown: PLL '" + pll.ID() + "' stays as it is");
-    }
-    const bool byTen = steps == 10 || steps == -10;
-    const double step = *kilohertz / (byTen ? 100 : 1000);
-    pll.VCOFrequency(pll.VCOFrequency() + (steps < 0 ? -step : step));
+void StepVCO(EntryResult& result, cPLL& pll, std::string_view fpdText, int steps) {
+    Attempt(result, [&] {
+        const double kilohertz = StepSize(fpdText);
+        const bool byTen = steps == 10 || steps == -10;
+        const double step = kilohertz / (byTen ? 100 : 1000);
+        WriteEntry(pll, EntryBox::VCO, pll.VCOFrequency() + (steps < 0 ? -step : step), result);
+    });
 }
 
-Outcome RunStep(cPart& part, int pllIndex, StepCommand command, std::string_view fpdText) {
-    Outcome outcome;
+void StepField(EntryResult& result, cPLL& pll, EntryBox box, cPrgmBits& field, bool up) {
+    const bool list = field.HasValueList() || field.HasStringList();
+    const double before = field.Value();
+    const double step = list ? 0 : field.EffectiveStepValue();
+    up ? field.Increment() : field.Decrement();
+    result.box = box;
+    result.written = true;
+    ReadBack(pll, box, result);
+    result.asked = list ? result.reached : before + (up ? step : -step);   // A list has its own next entry.
+}
+
+EntryResult RunStep(cPart& part, int pllIndex, StepCommand command, std::string_view fpdText) {
+    EntryResult result;
     cPLL* pll = LoadedPLL(part, pllIndex);
     if (pll == nullptr) {
-        return outcome;
+        return result;
     }
     if (const int steps = kStepsOfN.at(static_cast<std::size_t>(command)); steps != 0) {
-        outcome.handled = true;
-        Attempt(outcome, [&] { StepVCO(*pll, fpdText, steps); });
+        result.handled = true;
+        StepVCO(result, *pll, fpdText, steps);
     } else {
-        StepNumerator(outcome, *pll, command == StepCommand::IncFrac);
+        StepNumerator(result, *pll, command == StepCommand::IncFrac);
     }
-    return outcome;
+    return result;
 }
 
 EntryResult SetFrequency(cPart& part, int pllIndex, EntryBox box, std::string_view text) {
     EntryResult result;
+    result.box = box;
     result.handled = !part.ID().empty();
-    if (const auto number = ParseNumber(text); number && result.handled) {
-        WriteEntry(part, pllIndex, box, *number, result);
+    if (result.handled) {
+        Attempt(result, [&] { WriteEntry(part.PLLs().At(pllIndex + 1), box, EntryNumber(box, text), result); });
     }
     return result;
 }

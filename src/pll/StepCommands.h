@@ -8,6 +8,7 @@
 
 class cPart;
 class cPLL;
+class cPrgmBits;
 
 /// The commands of the menu "Step Frequency", on the PLL of the current page.
 enum class StepCommand : unsigned char { NDec, IncN, NDec10, NInc10, DecFrac, IncFrac };
@@ -17,15 +18,18 @@ enum class StepCommand : unsigned char { NDec, IncN, NDec10, NInc10, DecFrac, In
 /// its field, without carry; not handled on an integer PLL.
 ///
 /// Handled with a device loaded that has a PLL of that index, counted from 0.
-Outcome RunStep(cPart& part, int pllIndex, StepCommand command, std::string_view fpdText);
+EntryResult RunStep(cPart& part, int pllIndex, StepCommand command, std::string_view fpdText);
 
 /// "Set VCO Frequency" and its two neighbours, for EntryBox VCO, Fpd and Osc: applies the box's text as it is; a
 /// negative reference stays negative. Handled with a device loaded.
 EntryResult SetFrequency(cPart& part, int pllIndex, EntryBox box, std::string_view text);
 
 /// Adds `steps` times the phase detector frequency in `fpdText` (kHz), 1 or 10, up or down, to the VCO frequency.
-/// ConversionError, with nothing changed, if the text is no number.
-void StepVCO(cPLL& pll, std::string_view fpdText, int steps);
+/// Refused, with nothing changed, if the text is no number.
+void StepVCO(EntryResult& result, cPLL& pll, std::string_view fpdText, int steps);
+
+/// One count of a box's bit field up or down, by the field's own rules.
+void StepField(EntryResult& result, cPLL& pll, EntryBox box, cPrgmBits& field, bool up);
 
 /// The PLL with that index, counted from 0; null without one, and with no device loaded.
 [[nodiscard]] cPLL* LoadedPLL(cPart& part, int pllIndex);

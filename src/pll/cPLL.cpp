@@ -1,5 +1,6 @@
 #include "pll/cPLL.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -25,6 +26,12 @@ std::optional<std::int32_t> WholePart(double v, bool fractional) {
     } catch (const ConversionError&) {
         return std::nullopt;
     }
+}
+
+/// By how much the counter goes from one whole part of N to the next.
+double WholeStep(const cPrgmBits& counter) {
+    const bool list = counter.HasValueList() || counter.HasStringList();
+    return list ? 1 : std::max(1.0, counter.EffectiveStepValue());
 }
 
 }   // namespace
@@ -130,19 +137,44 @@ void cPLL::NValue(double v) {
         whole = kFallback;
         v = kFallback;
     }
-    const double fraction = v - *whole;
-    cPrgmBits& counter = Field(nCounter_);
     if (!Fractional()) {
-        counter.Value(*whole);
-        return;
+        Field(nCounter_).Value(*whole);
+    } else if (fractCarry_) {
+        WriteNearest(v, *whole);
+    } else {
+        WriteSplit(v, *whole);
     }
+}
+
+void cPLL::WriteSplit(double v, std::int32_t whole) {
     // All names are looked up before anything is written.
+    cPrgmBits& counter = Field(nCounter_);
     cPrgmBits& numerator = Field(numerator_);
     const cPrgmBits& denominatorField = Field(denominator_);
-    counter.Value(*whole);
+    counter.Value(whole);
     const std::int32_t denominator = RoundToLong(denominatorField.Value());
     // Where a limit of the counter raised it, the numerator goes as high as it can.
-    numerator.Value(counter.Value() > *whole ? denominator : RoundToLong(fraction * denominator));
+    numerator.Value(counter.Value() > whole ? denominator : RoundToLong((v - whole) * denominator));
+}
+
+/// The whole part with the best numerator below the denominator, or the next whole part where that comes nearer. How
+/// near is read back from the fields, so that every limit of theirs counts.
+void cPLL::WriteNearest(double v, std::int32_t whole) {
+    cPrgmBits& counter = Field(nCounter_);
+    cPrgmBits& numerator = Field(numerator_);
+    const double denominator = std::max(1, DenValue());
+    const auto missFrom = [&](double n) {
+        counter.Value(n);
+        numerator.Value(RoundHalfEven(std::clamp((v - counter.Value()) * denominator, 0.0, denominator - 1)));
+        return std::fabs(NValue() - v);
+    };
+    const double step = WholeStep(counter);
+    const double below = std::floor((whole - counter.ZeroValue()) / step) * step + counter.ZeroValue();
+    const double miss = missFrom(below);
+    constexpr double kHalfCount = 0.5;
+    if (NValue() < v && miss * denominator > kHalfCount && missFrom(below + step) >= miss) {
+        missFrom(below);
+    }
 }
 
 std::int32_t cPLL::NumValue() const {

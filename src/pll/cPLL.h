@@ -35,6 +35,12 @@ public:
     /// When true, a new reference or phase detector frequency keeps the VCO frequency by rescaling N.
     void VCOFixed(bool fixed) noexcept { vcoFixed_ = fixed; }
 
+    /// Where a fraction rounds up to the denominator: true carries it into N, so that the nearest frequency is reached
+    /// and the numerator stays below the denominator; false, as at the start, leaves N one step low with a numerator
+    /// equal to the denominator, or what its field makes of that.
+    [[nodiscard]] bool FractCarry() const noexcept { return fractCarry_; }
+    void FractCarry(bool carry) noexcept { fractCarry_ = carry; }
+
     /// Reference in MHz; a write of 0 stores one hertz. N and R stand. ConversionError for what is no number in hertz.
     [[nodiscard]] double XtalFrequency() const noexcept;
     void XtalFrequency(double megahertz);
@@ -52,9 +58,8 @@ public:
     [[nodiscard]] double RValue() const;
     void RValue(double v);   ///< Rounded, halves to even. ConversionError beyond 32 bits.
 
-    /// N with its fraction. A write splits into the whole part and, over the present denominator, the numerator;
-    /// without carry, so that the numerator may come out equal to the denominator. A number whose whole part
-    /// doesn't fit 32 bits counts as 1000.
+    /// N with its fraction. A write splits into the whole part and, over the present denominator, the numerator. A
+    /// number whose whole part doesn't fit 32 bits counts as 1000.
     [[nodiscard]] double NValue() const;
     void NValue(double v);
 
@@ -73,6 +78,8 @@ public:
 private:
     [[nodiscard]] cPrgmBits& Field(const std::string& name) const;
     [[nodiscard]] bool Fractional() const noexcept { return !numerator_.empty(); }
+    void WriteSplit(double v, std::int32_t whole);
+    void WriteNearest(double v, std::int32_t whole);
     void RepairR();
     void NeedReference() noexcept;
 
@@ -84,4 +91,5 @@ private:
     std::string numerator_;
     double xtalHertz_ = 0;
     bool vcoFixed_ = false;
+    bool fractCarry_ = false;
 };

@@ -5,7 +5,6 @@
 #include "pll/StepCommands.h"
 #include "pll/TestLoop.h"
 #include "support/Cases.h"
-#include "support/OrderDisplay.h"
 
 namespace {
 
@@ -21,25 +20,27 @@ TEST(FrequencyEntry, ShowsWhatWasReachedAndSaysWhatWasAsked) {
     using enum EntryBox;
     const Cases<int, EntryBox, const char*, const char*, const char*, const char*> cases = {
         // Starting at N 1000, R 100, 10 MHz.
-        {4, VCO, "1000.25", "1000.25", "10002/100/2/4", ""},
+        {4, VCO, "1000.25", "1000.25", "10002/100/2/4", "1000.25 MHz exact"},
         {0, VCO, " 1000.06 ", "1000.1", "10001/100/0/0", "asked 1000.06 MHz, reached 1000.1 MHz: +40000 Hz, +40 ppm"},
-        {0, VCO, "1e3", "1000", "10000/100/0/0", ""},
+        {0, VCO, "1.0001G", "1000.1", "10001/100/0/0", "1000.1 MHz exact"},
         {0, VCO, "-5", "0", "0/100/0/0", "asked -5 MHz, reached 0 MHz: +5000000 Hz, +1000000 ppm"},
-        {0, VCO, "abc", "100", "1000/100/0/0", ""},
-        {0, VCO, "", "100", "1000/100/0/0", ""},
-        {0, Fpd, "300", "303.030303030303", "1000/33/0/0",
+        {0, VCO, "abc", "100", "1000/100/0/0",
+         "VCO frequency: \"abc\" is no frequency; it takes MHz, or a number with its unit, as 433.5MHz, 2.4G or 200 "
+         "kHz"},
+        {0, Fpd, "0.3MHz", "303.030303030303", "1000/33/0/0",
          "asked 300 kHz, reached 303.030303030303 kHz: +3030.3 Hz, +10100 ppm"},
         {0, Fpd, "0", "100", "1000/100/0/0", "PLL 'RF' can't compare at 0 kHz"},
         {0, Fpd, "1E-9", "100", "1000/100/0/0", "PLL 'RF' can't compare at 1E-09 kHz: R would not fit 32 bits"},
-        {0, Osc, "-12.5", "12.5", "1000/100/0/0", ""},
+        {0, Osc, "-12.5", "12.5", "1000/100/0/0", "12.5 MHz exact"},
         {0, Osc, "0", "0.000001", "1000/100/0/0", "asked 0 MHz, reached 0.000001 MHz: +1 Hz"},
-        {0, RCounter, "33.4", "33", "1000/33/0/0", "asked 33.4, reached 33: -0.4"},
-        {0, NCounter, "2000.5", "2000", "2000/100/0/0", "asked 2000.5, reached 2000: -0.5, -50000 Hz, -249.9 ppm"},
+        {0, RCounter, "33.4", "33", "1000/33/0/0", "R: asked 33.4, reached 33: -0.4"},
+        {0, RCounter, "33k", "100", "1000/100/0/0",
+         "Value of the R counter: \"33k\" is no plain number, as 100 or 0.5"},
+        {0, NCounter, "2000,5", "2000", "2000/100/0/0", "N: asked 2000.5, reached 2000: -0.5, -50000 Hz, -249.9 ppm"},
         {4, NCounter, "2000.7", "2000.75", "2000/100/3/4",
-         "asked 2000.7, reached 2000.75: +0.05, +5000 Hz, +24.99 ppm"},
-        {4, FractNum, "999", "255", "1000/100/255/4", "asked 999, reached 255: -744, -18600000 Hz"},
-        {4, FractDen, "0", "0", "1000/100/1/0", ""},
-        {4, FractDen, "8", "8", "1000/100/1/8", ""}};
+         "N: asked 2000.7, reached 2000.75: +0.05, +5000 Hz, +24.99 ppm"},
+        {4, FractNum, "999", "255", "1000/100/255/4", "numerator: asked 999, reached 255: -744, -18600000 Hz"},
+        {4, FractDen, "0", "0", "1000/100/1/0", "denominator: 0 exact"}};
     for (const auto& [denominator, box, text, shown, counters, note] : cases) {
         TestLoop t(denominator);
         t.Do(denominator > 0 ? "n=1000.25" : "n=1000");
@@ -48,7 +49,24 @@ TEST(FrequencyEntry, ShowsWhatWasReachedAndSaysWhatWasAsked) {
         EXPECT_TRUE(result.handled) << where;
         EXPECT_EQ(Shown(t, box), shown) << where;
         EXPECT_EQ(t.Counters(), counters) << where;
-        EXPECT_EQ(EntryNote(result, box), note) << where;
+        EXPECT_EQ(EntryNote(result), note) << where;
+    }
+}
+
+TEST(FrequencyEntry, SaysWhatWasSent) {
+    EntryResult met;
+    met.asked = met.reached = 2400.05;
+    EntryResult refused;
+    refused.refusal = "no";
+    const Cases<EntryResult, Sent, const char*> cases = {
+        {met, {true, {"R0"}}, "2400.05 MHz exact, sent R0"},
+        {met, {true, {}}, "2400.05 MHz exact, nothing to send"},
+        {met, {false, {}}, "2400.05 MHz exact, not sent: AutoReload with Changes is off"},
+        {met, {true, std::vector<std::string>(9, "R")}, "2400.05 MHz exact, sent 9 registers"},
+        {refused, {true, {"R0", "R1"}}, "no; sent R0, R1"},
+        {refused, {true, {}}, "no"}};
+    for (const auto& [result, sent, note] : cases) {
+        EXPECT_EQ(EntryNote(result, sent), note);
     }
 }
 
@@ -98,41 +116,6 @@ TEST(FrequencyEntry, GuardsOfTheBoxes) {
     }
 }
 
-TEST(FrequencyEntry, OrderOfDisplayAndLoadAfterEachSource) {
-    using enum EntryBox;
-    constexpr auto kEnter = EntryEvent::Enter;
-    constexpr auto kLeft = EntryEvent::LostFocus;
-    // The sources, what follows, and whether the load comes without the automatic reload too.
-    for (const auto& [sources, order, always] : Cases<std::vector<FollowUp>, std::string, bool>{
-             {{FollowUpOf(Osc, kEnter), FollowUpOf(Osc, kLeft), FollowUpOf(VCO, kEnter)},
-              "plls bits registers port burst load ",
-              false},
-             {{FollowUpOf(VCO, kLeft)}, "plls bits registers port burst load ", true},
-             {{FollowUpOf(Fpd, kEnter), FollowUpOf(Fpd, kLeft), FollowUpOf(FractNum, kEnter),
-               FollowUpOf(FractNum, kLeft), FollowUpOf(FractDen, kEnter), FollowUpOf(FractDen, kLeft), kAfterLabel},
-              "plls registers load ",
-              true},
-             {{FollowUpOf(RCounter, kEnter), FollowUpOf(RCounter, kLeft), FollowUpOf(NCounter, kEnter),
-               FollowUpOf(NCounter, kLeft), FollowUpOf(PLLSpinner::RCounter), FollowUpOf(PLLSpinner::Fpd),
-               FollowUpOf(PLLSpinner::NCounter), kAfterStep},
-              "registers plls load ",
-              true},
-             {{FollowUpOf(PLLSpinner::FractNum), FollowUpOf(PLLSpinner::FractDen)}, "load registers plls ", true},
-             {{kAfterSet}, "plls load ", true}}) {
-        for (const FollowUp& source : sources) {
-            for (const bool autoReload : {true, false}) {
-                TestLoop t;
-                OrderDisplay display(t.port);
-                t.part.UseDisplay(display);
-                t.Do("n=5");   // Marks the register.
-                RunFollowUp(t.part, source, autoReload);
-                EXPECT_EQ(display.Order(), autoReload || always ? order : order.substr(0, order.find("load")))
-                    << "source " << &source - sources.data() << ", auto reload " << autoReload;
-            }
-        }
-    }
-}
-
 TEST(FrequencyEntry, HintsTellUnitResolutionAndRange) {
     using enum EntryBox;
     const Cases<int, EntryBox, const char*> cases = {
@@ -155,6 +138,11 @@ TEST(FrequencyEntry, HintsTellUnitResolutionAndRange) {
         EXPECT_EQ(EntryHint(t.part, 0, box), hint);
         EXPECT_EQ(std::string(hint).rfind(EntryHint(t.part, 7, box), 0), 0U) << "without its PLL";
     }
+    TestLoop ruled(100);
+    ruled.Fields("LESS 50+3 texts=5,6");
+    ruled.Field("NUM").GreaterBitName("LESS");
+    EXPECT_EQ(EntryHint(ruled.part, 0, FractNum).find("0 to 5;") != std::string::npos, true);
+    EXPECT_EQ(EntryHint(ruled.part, 0, NCounter), "Value of the N counter, in steps of 1/100, 0 to 131071.05");
     TestLoop list;
     list.Field("RDIV").SetValueArray({8, 1, 2, 4});
     list.Field("N").StepValue(2);
@@ -165,7 +153,7 @@ TEST(FrequencyEntry, HintsTellUnitResolutionAndRange) {
 
 TEST(FrequencyEntry, FrequenciesInReadableUnits) {
     EXPECT_EQ(HertzText(2.5e9), "2.5 GHz");
-    EXPECT_EQ(HertzText(999.9996), "1000 Hz");
+    EXPECT_EQ(HertzText(999999.9), "1 MHz") << "rounded across a unit";
     EXPECT_EQ(HertzText(-1234567), "-1.23457 MHz");
     EXPECT_EQ(HertzText(0.0125), "12.5 mHz");
     EXPECT_EQ(HertzText(1.5e-9), "0.0015 uHz");

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cfloat>
 #include <cmath>
@@ -48,6 +49,8 @@ public:
         hertz_ = 1e6 * megahertz;
         fixed_ = Chance(5);
         Loop().VCOFixed(fixed_);
+        carries_ = fractional_ && Chance(2);
+        Loop().FractCarry(carries_);
         beyond_ = Beyond();
     }
 
@@ -65,6 +68,9 @@ public:
         CheckContents(before, mayChange);
         if (wantedN && !outcome.Refused()) {
             CheckNearest(*wantedN);
+            if (carries_ && std::fabs(*wantedN) < 2147483647) {
+                CheckCarried(*wantedN);
+            }
         }
     }
 
@@ -173,10 +179,43 @@ private:
         const FieldModel& n = fields_.at("N");
         const double den = fractional_ ? Decode("DEN") : 1;
         if (wanted >= std::max(1.0, n.minimum) && wanted < n.maximum &&
-            (!fractional_ || (den > 0 && fields_.at("NUM").maximum >= den))) {
+            (!fractional_ || (!carries_ && den > 0 && fields_.at("NUM").maximum >= den))) {
             ++nearestChecked;
             const double reached = Decode("N") + (fractional_ ? Decode("NUM") / den : 0);
             ASSERT_LE(std::fabs(reached - wanted), 0.5 / den + wanted * 1e-14) << wanted;
+        }
+    }
+
+    /// With carry no other whole part and numerator below the denominator comes nearer, the frequency that reads back
+    /// moves nothing, and a step forth and back returns.
+    void CheckCarried(double wanted) {
+        const FieldModel& n = fields_.at("N");
+        const FieldModel& num = fields_.at("NUM");
+        const double den = std::max(1.0, Decode("DEN"));
+        double top = std::min(num.maximum, den - 1);
+        if (!test_.Field("NUM").GreaterBitName().empty()) {
+            top = std::min(top, Decode("DEN"));
+        }
+        ASSERT_LE(Decode("NUM"), top);
+        double best = HUGE_VAL;
+        for (double whole = std::floor(wanted) - 1; whole <= std::floor(wanted) + 1; ++whole) {
+            const double w = std::clamp(whole, n.minimum, n.maximum);
+            const double above = Decode("DEN") > 0 ? std::clamp(std::round((wanted - w) * den), 0.0, top) / den : 0;
+            best = std::min(best, std::fabs(w + above - wanted));
+        }
+        const double reached = Loop().NValue();
+        ASSERT_LE(std::fabs(reached - wanted), best + std::fabs(wanted) * 1e-14 + 1e-14) << wanted;
+        if (Decode("DEN") > top + 1) {
+            return;   // The numerator's own bits leave gaps between one whole part and the next.
+        }
+        const std::uint64_t before = Register();
+        Loop().VCOFrequency(Loop().VCOFrequency());
+        ASSERT_EQ(Register(), before) << "the frequency that reads back";
+        if (reached + 1 <= n.maximum) {
+            const std::string fpd = GeneralText(Loop().PDFrequency());
+            RunStep(test_.part, 0, StepCommand::IncN, fpd);
+            RunStep(test_.part, 0, StepCommand::NDec, fpd);
+            ASSERT_EQ(Register(), before) << "a step forth and back";
         }
     }
 
@@ -187,6 +226,7 @@ private:
     std::uint64_t beyond_ = 0;
     double hertz_ = 0;
     bool fractional_ = false;
+    bool carries_ = false;
     bool fixed_ = false;
 };
 

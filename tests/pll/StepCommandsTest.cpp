@@ -1,5 +1,6 @@
 #include "pll/StepCommands.h"
 
+#include "pll/EntryTexts.h"
 #include "pll/PLLSpinners.h"
 #include "pll/TestLoop.h"
 #include "support/Cases.h"
@@ -9,26 +10,31 @@ namespace {
 TEST(StepCommands, MoveNThroughTheFrequencyAndTheNumeratorByItsField) {
     using enum StepCommand;
     const Cases<int, const char*, StepCommand, const char*, const char*, const char*> cases = {
-        {0, "n=10000", NDec, "100", "9999/100/0/0", "done"},
-        {0, "n=10000", IncN, "100", "10001/100/0/0", "done"},
-        {0, "n=10000", NDec10, "100", "9990/100/0/0", "done"},
-        {0, "n=10000", NInc10, " 100 ", "10010/100/0/0", "done"},
-        {4, "n=1000.75", IncN, "100", "1001/100/3/4", "done"},
-        {0, "N.min=996 n=1000", NDec10, "100", "996/100/0/0", "done"},
-        {4, "N.min=996 n=1000.25", NDec10, "100", "996/100/4/4", "done"},
-        {0, "n=1000", IncN, "250", "1002/100/0/0", "done"},   // The step is what the box says.
-        {4, "n=1000.25", IncN, "abc", "1000/100/1/4", "refused"},
-        {4, "n=1000.25", DecFrac, "", "1000/100/0/4", "done"},
-        {4, "n=1000", DecFrac, "", "1000/100/0/4", "done"},      // Doesn't borrow,
-        {4, "n=1000.75", IncFrac, "", "1000/100/4/4", "done"},   // doesn't carry.
+        {0, "n=10000", NDec, "100", "9999/100/0/0", "999.9 MHz exact"},
+        {0, "n=10000", IncN, "100", "10001/100/0/0", "1000.1 MHz exact"},
+        {0, "n=10000", NDec10, "100", "9990/100/0/0", "999 MHz exact"},
+        {0, "n=10000", NInc10, " 100 ", "10010/100/0/0", "1001 MHz exact"},
+        {4, "n=1000.75", IncN, "100", "1001/100/3/4", "100.175 MHz exact"},
+        {0, "N.min=996 n=1000", NDec10, "100", "996/100/0/0", "asked 99 MHz, reached 99.6 MHz: +600000 Hz, +6061 ppm"},
+        {4, "N.min=996 n=1000.25", NDec10, "100", "996/100/4/4",
+         "asked 99.025 MHz, reached 99.7 MHz: +675000 Hz, +6816 ppm"},
+        {0, "n=1000", IncN, "250", "1002/100/0/0",
+         "asked 100.25 MHz, reached 100.2 MHz: -50000 Hz, -498.8 ppm"},   // The step is what the box says.
+        {4, "n=1000.25", IncN, "abc", "1000/100/1/4",
+         "the step is unknown: Phase detector frequency: \"abc\" is no frequency; it takes kHz, or a number with its "
+         "unit, as 433.5MHz, 2.4G or 200 kHz"},
+        {4, "n=1000.25", DecFrac, "", "1000/100/0/4", "numerator: 0 exact"},
+        {4, "n=1000", DecFrac, "", "1000/100/0/4",
+         "numerator: asked -1, reached 0: +1, +25000 Hz"},                     // Doesn't borrow,
+        {4, "n=1000.75", IncFrac, "", "1000/100/4/4", "numerator: 4 exact"},   // doesn't carry.
         {0, "n=1000", IncFrac, "", "1000/100/0/0", "not handled"}};
     for (const auto& [denominator, before, command, fpd, counters, told] : cases) {
         SCOPED_TRACE(before + std::string(", ") + fpd);
         TestLoop t(denominator);
         t.Do(before);
-        const Outcome outcome = RunStep(t.part, 0, command, fpd);
+        const EntryResult outcome = RunStep(t.part, 0, command, fpd);
         EXPECT_EQ(t.Counters(), counters);
-        EXPECT_EQ(!outcome.handled ? "not handled" : outcome.Refused() ? "refused" : "done", std::string(told));
+        EXPECT_EQ(outcome.handled ? EntryNote(outcome) : "not handled", told);
         EXPECT_FALSE(RunStep(t.part, 1, command, fpd).handled) << "there is no such loop";
         t.part.ID("");
         EXPECT_FALSE(RunStep(t.part, 0, StepCommand::IncN, "100").handled) << "without a device";
@@ -42,7 +48,7 @@ TEST(StepCommands, SetAppliesTheBoxesAsTheyStand) {
     EXPECT_TRUE(SetFrequency(t.part, 0, EntryBox::Fpd, "200").written);
     EXPECT_TRUE(SetFrequency(t.part, 0, EntryBox::Osc, "-10").written);
     const EntryResult letters = SetFrequency(t.part, 0, EntryBox::Osc, "ten");
-    EXPECT_TRUE(letters.handled && !letters.written && !letters.Refused());
+    EXPECT_TRUE(letters.handled && !letters.written && letters.Refused());
     EXPECT_TRUE(SetFrequency(t.part, 0, EntryBox::Fpd, "0").Refused());
     t.part.ID("");
     EXPECT_FALSE(SetFrequency(t.part, 0, EntryBox::Osc, "20").handled);
