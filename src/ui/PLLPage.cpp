@@ -3,6 +3,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "pll/DeviceState.h"
 #include "pll/EntryTexts.h"
 #include "pll/PLLSpinners.h"
 
@@ -143,33 +144,35 @@ void PLLPage::TakeEntry(EntryBox box, EntryEvent event) {
     }
     const bool typed = from.UserChanged();
     const EntryResult result = Enter(host_.Device(), index_, box, from.text().toStdString(), typed);
-    if (typed || event == EntryEvent::Enter) {
-        Remember(box, result);
-    }
-    Follow(result, FollowUpOf(box, event));
-}
-
-/// What became of an entry is said until the next one. A box that is left or gone to as it stands is none.
-void PLLPage::Remember(EntryBox box, const EntryResult& result) {
-    if (result.handled) {
-        missed_ = box;
-        miss_ = Qt8(EntryNote(result, box));
-        hintsStale_ = true;
-        host_.Note(miss_);
-    }
+    Follow(result, FollowUpOf(box, event), typed || event == EntryEvent::Enter);
 }
 
 void PLLPage::Toggle(DiagramBlock block) {
-    Follow(ToggleLabel(host_.Device(), diagram_->Block(block).Tag()), kAfterLabel);
-}
-
-void PLLPage::Follow(const Outcome& outcome, const FollowUp& followUp) {
+    const Outcome outcome = ToggleLabel(host_.Device(), diagram_->Block(block).Tag());
     if (!outcome.handled) {
         return;
     }
-    RunFollowUp(host_.Device(), followUp, host_.AutoReloadChange());
+    RunFollowUp(host_.Device(), kAfterLabel, host_.AutoReloadChange());
     if (outcome.Refused()) {
         host_.Note(Qt8(outcome.refusal));
+    }
+}
+
+/// What became of an entry or a step is said, at its box too, as long as it holds.
+void PLLPage::Follow(const EntryResult& result, const FollowUp& followUp, bool say) {
+    if (!result.handled) {
+        return;
+    }
+    if (say) {
+        miss_.reset();
+        hintsStale_ = true;
+        if (!Met(result)) {
+            miss_ = {result.box, Qt8(EntryNote(result)), DeviceState(host_.Device())};
+        }
+    }
+    const Sent sent = RunFollowUp(host_.Device(), followUp, host_.AutoReloadChange());
+    if (say) {
+        host_.NoteState(Qt8(EntryNote(result, sent)), !sent.allowed);
     }
 }
 
@@ -204,11 +207,8 @@ void PLLPage::SetFrequency(SetBox target) {
     }
     const bool typed = to.UserChanged();
     const EntryResult result = ::SetFrequency(host_.Device(), index_, box, to.text().toStdString());
-    if (typed) {
-        Remember(box, result);
-    }
-    Follow(result, kAfterSet);
-    to.selectAll();   // Last: what was read back may be another text.
+    Follow(result, kAfterSet, typed || !host_.StateIsNoted());   // What leaving another box came to stays.
+    to.selectAll();                                              // Last: what was read back may be another text.
 }
 
 std::string PLLPage::FpdText() const {

@@ -69,10 +69,9 @@ private:
     void SpinnerStepped(int which, bool up);
 
     void TakeEntry(EntryBox box, EntryEvent event);
-    void Remember(EntryBox box, const EntryResult& result);
     void RunStepCommand(StepCommand command);
     void Toggle(DiagramBlock block);
-    void Follow(const Outcome& outcome, const FollowUp& followUp);
+    void Follow(const EntryResult& result, const FollowUp& followUp, bool say = true);
 
     void BindBlock(DiagramBlock block, const std::string& field, const char* withoutField);
     template <class Read>
@@ -92,6 +91,10 @@ private:
     std::array<QString, kBoxRows.size()> faults_;   ///< Why a box could not be filled.
     bool keepEdited_ = false;                       ///< During Freshen().
     bool hintsStale_ = true;                        ///< What the tool tips say may have changed.
-    std::optional<EntryBox> missed_;                ///< The box whose last entry could not be met exactly,
-    QString miss_;                                  ///< and what was reached instead.
+    struct Miss {
+        EntryBox box;
+        QString text;                ///< What was reached instead.
+        std::vector<double> state;   ///< Of the device then.
+    };
+    std::optional<Miss> miss_;   ///< The last entry, where it could not be met exactly.
 };

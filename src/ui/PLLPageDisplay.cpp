@@ -4,6 +4,7 @@
 
 #include "core/Errors.h"
 #include "core/Numbers.h"
+#include "pll/DeviceState.h"
 #include "pll/EntryTexts.h"
 #include "pll/PrescalerCheck.h"
 #include "pll/cPLL.h"
@@ -44,7 +45,7 @@ void ShowTip(QWidget& control, const QString& tip) {
 
 void PLLPage::Bind(const QString& pll) {
     pll_ = pll.toStdString();
-    missed_.reset();
+    miss_.reset();
     hintsStale_ = true;
 }
 
@@ -88,7 +89,7 @@ void PLLPage::Unbind() {
     pll_.clear();
     numerator_.clear();
     denominator_.clear();
-    missed_.reset();
+    miss_.reset();
     faults_.fill({});
 }
 
@@ -122,6 +123,10 @@ void PLLPage::ShowPLL() {
         ShowNumber(EntryBox::RCounter, [&] { return pll().RValue(); });   // Reading the frequencies repairs it.
     }
     ShowCheck();
+    if (miss_ && miss_->state != DeviceState(host_.Device())) {
+        miss_.reset();
+        hintsStale_ = true;
+    }
     if (std::exchange(hintsStale_, false)) {
         ShowHints();
     }
@@ -185,8 +190,8 @@ void PLLPage::ShowHints() {
         if (tip.isEmpty()) {
             tip = Qt8(EntryHint(host_.Device(), index_, box));
         }
-        if (missed_ == box && !miss_.isEmpty()) {
-            tip += QLatin1Char('\n') + miss_;
+        if (miss_ && miss_->box == box) {
+            tip += QLatin1Char('\n') + miss_->text;
         }
         ShowTip(diagram_->Box(box), tip);
     }

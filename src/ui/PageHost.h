@@ -26,6 +26,11 @@ public:
 
     /// A line in the status bar; it stays until the next one. Empty clears it.
     virtual void Note(const QString& text) = 0;
+    /// A line that is true of the device as it stands: it goes when the device changes, and where `untilLoad` says so,
+    /// when anything is sent.
+    virtual void NoteState(const QString& text, bool untilLoad) = 0;
+    /// Whether such a line stands.
+    [[nodiscard]] virtual bool StateIsNoted() = 0;
     /// Makes a page current. A box that the user is in is not thereby left by the user.
     virtual void SelectPage(int index) = 0;
 

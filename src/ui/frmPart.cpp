@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "pll/DeviceState.h"
 #include "settings/DeviceSetup.h"
 #include "ui/BitsPage.h"
 #include "ui/BurstPage.h"
@@ -183,10 +184,29 @@ void frmPart::ShowProblems() {
 void frmPart::WhenIdle() {
     port_.Idle();
     status_->ShowPort(port_.Status());
+    if (stateNote_ && !StateIsNoted()) {
+        Note({});
+    }
 }
 
 void frmPart::Note(const QString& text) {
+    stateNote_.reset();
     status_->Note(text);
+}
+
+void frmPart::NoteState(const QString& text, bool untilLoad) {
+    Note(text);
+    stateNote_ = {NotedState(untilLoad), untilLoad};
+}
+
+bool frmPart::StateIsNoted() {
+    return stateNote_ && stateNote_->state == NotedState(stateNote_->untilLoad);
+}
+
+std::vector<double> frmPart::NotedState(bool untilLoad) {
+    std::vector<double> state = DeviceState(part_);
+    state.push_back(untilLoad ? static_cast<double>(part_.ShiftCount()) : 0);
+    return state;
 }
 
 void frmPart::SelectPage(int index) {

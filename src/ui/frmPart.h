@@ -74,6 +74,8 @@ public:
     [[nodiscard]] bool AutoReloadChange() const override;
     [[nodiscard]] PrescalerChoice PrescalerCheck() const override;
     void Note(const QString& text) override;
+    void NoteState(const QString& text, bool untilLoad) override;
+    [[nodiscard]] bool StateIsNoted() override;
     void SelectPage(int index) override;
 
     // ProgramWindow
@@ -160,6 +162,7 @@ private:
     void WhenIdle();
     void ShowProblems();
     void NoteProgress();
+    [[nodiscard]] std::vector<double> NotedState(bool untilLoad);
 
     cPart& part_;
     Port& port_;
@@ -185,6 +188,11 @@ private:
     };
     BurstProgress burstProgress_;
     QElapsedTimer sinceProgress_;
-    QPointer<frmAboutBox> aboutBox_;   ///< The one that is open, if any.
-    std::vector<PLLPage*> pllPages_;   ///< By PLL index; the first stands from the first device on.
+    struct StateNote {
+        std::vector<double> state;
+        bool untilLoad;
+    };
+    std::optional<StateNote> stateNote_;   ///< What the status bar's line is true of, if it is about the device.
+    QPointer<frmAboutBox> aboutBox_;       ///< The one that is open, if any.
+    std::vector<PLLPage*> pllPages_;       ///< By PLL index; the first stands from the first device on.
 };
