@@ -102,6 +102,7 @@ void ConnectorDiagram::MakeWires() {
 void ConnectorDiagram::MakePins() {
     for (int n = 1; n <= kConnectorPins; ++n) {
         db_.Add(n, new ConnectorShape(ConnectorShape::Form::Round, n == kGroundPin ? kGround : kUnused, this));
+        db_[n]->setAccessibleName(tr("Pin %1 of the 25-way connector").arg(n));
     }
     for (LineShapes& line : lines_) {
         const int pin = line.wire->pin;
@@ -111,6 +112,7 @@ void ConnectorDiagram::MakePins() {
     pinheader_.Add(kGroundPin, new ConnectorShape(ConnectorShape::Form::Square, kGround, this));
     db_[kGroundPin]->setToolTip(tr("Pin %1: ground").arg(kGroundPin));
     pinheader_[kGroundPin]->setToolTip(tr("Ground"));
+    pinheader_[kGroundPin]->setAccessibleName(tr("Ground"));
 }
 
 void ConnectorDiagram::MakeLegend() {
@@ -145,6 +147,7 @@ void ConnectorDiagram::ShowLine(int line, const LineUse& use) {
     for (ConnectorShape* shape : shown.shapes) {
         shape->Color(ColorOf(use.role));
         shape->setToolTip(tip);
+        shape->setAccessibleName(tip);
     }
 }
 

@@ -27,6 +27,7 @@ StatusStrip::StatusStrip(QWidget* parent)
       problems_(MakeButton(this, QStringLiteral("staProblems"))),
       automation_(new ShortenedLabel(this)) {
     setObjectName(QStringLiteral("staBar"));
+    setAccessibleName(tr("Status"));
     note_->setObjectName(QStringLiteral("staNote"));
     note_->setAccessibleName(tr("Latest message"));
     note_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);

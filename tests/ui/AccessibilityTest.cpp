@@ -193,12 +193,12 @@ TEST_P(Accessibility, WhatCanNotBeChangedCanBeReadInEveryTheme) {
         }
         Page(1);
         Click("txtRegBits(0)", Qt::LeftButton, {}, {Child("txtRegBits(0)")->width() - 4, 5});   // A control bit: blue.
-        EXPECT_GE(TextContrast("lblRegName(0)"), kReadable);
-        for (auto* spinner : Window().findChildren<Spinner*>()) {
-            spinner->setFocus();
-            const QColor frame = spinner->grab().toImage().pixelColor(0, spinner->height() / 2);
-            EXPECT_GE(Contrast(frame, window), spinner->hasFocus() ? 2.9 : 1) << Called(spinner);
-        }
+        const QWidget* name = Child("lblRegName(0)");
+        EXPECT_GE(Contrast(name->palette().color(name->foregroundRole()), window), 4.5);
+        Page(4);
+        Focus("spnRCounter(0)");
+        const QImage spinner = Child("spnRCounter(0)")->grab().toImage();
+        EXPECT_GE(Contrast(spinner.pixelColor(0, spinner.height() / 2), window), 3) << "no focus to be seen";
     }
     QApplication::setPalette(system);
 }

@@ -146,12 +146,8 @@ TEST_F(BitsPageTest, NothingIsTakenForTheUsersWhileTheProgramChangesControls) {
 TEST_F(BitsPageTest, TypedNumbersCountAtEnterAndSayWhatWasStored) {
     Open();
     const Cases<const char*, const char*, const char*> cases = {
-        {"6", "6 kHz", ""},
         {"  8 kHz ", "8 kHz", ""},
-        {"20kHz", "20 kHz", ""},
         {"9", "8 kHz", "asked 9 kHz, stored 8 kHz"},
-        {"99", "30 kHz", "asked 99 kHz, stored 30 kHz"},
-        {"-4", "0 kHz", "asked -4 kHz, stored 0 kHz"},
         {"4", "4 kHz", ""},
         {"5 MHz", "4 kHz", "'5 MHz' is no number: 'N' stays at 4 kHz"},
         {"", "4 kHz", "is no number"}};

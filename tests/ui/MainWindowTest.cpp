@@ -191,28 +191,29 @@ TEST_F(MainWindow, TheStatusBarLeavesMostOfItsRoomToTheNote) {
 
 TEST_F(MainWindow, TheWindowComesBackWhereItWas) {
     const QString file = QString::fromStdString(folder.Path("config/window.ini"));
-    const auto after = [&](QRect left, bool maximised) {
+    const QRect screen = Window().screen()->availableGeometry();
+    const QRect usual(40, 50, 500, 300);
+    for (const auto& [left, maximised] :
+         {std::pair{usual, false}, {usual, true}, {usual.translated(9000, 9000), false}}) {
+        std::filesystem::remove_all(folder.Path("config"));
+        QWidget window;
         {
-            QWidget window;
             const WindowPlace place(window, file);
             window.setGeometry(left);
             maximised ? window.showMaximized() : window.show();
         }
-        QWidget window;
-        const WindowPlace place(window, file);
-        return std::pair(window.isMaximized() ? window.normalGeometry() : window.geometry(), window.isMaximized());
-    };
-    const QRect usual(40, 50, 500, 300);
-    EXPECT_EQ(after(usual, false), std::pair(usual, false));
-    EXPECT_TRUE(after(usual, true).second);
-    const QRect screen = Window().screen()->availableGeometry();
-    EXPECT_TRUE(screen.intersects(after(usual.translated(9000, 9000), false).first)) << "that screen is gone";
+        QWidget next;
+        const WindowPlace place(next, file);
+        EXPECT_EQ(next.isMaximized(), maximised);
+        EXPECT_TRUE(left == usual ? next.normalGeometry() == usual : screen.intersects(next.geometry()));
+    }
     folder.File("config/window.ini", "[window]\nplace=@ByteArray(no place)\n");
-    QWidget fresh;
-    const QSize size = fresh.size();
-    { const WindowPlace damaged(fresh, file); }
-    { const WindowPlace unwritable(fresh, file + "/under/a/file"); }
-    EXPECT_EQ(fresh.size(), size);
+    for (const char* faulty : {"", "/under/a/file"}) {
+        QWidget window;
+        const QSize before = window.size();
+        const WindowPlace place(window, file + faulty);
+        EXPECT_EQ(window.size(), before) << faulty;
+    }
 }
 
 TEST_F(MainWindow, TheDocumentsAreFoundBesideTheProgramOrWhereTheyAreInstalled) {
