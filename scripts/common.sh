@@ -68,7 +68,7 @@ register_service() {   # SERVICES PROGRAMS
 
 # Prints what another program writes to a file, as soon as it stands there.
 text_of() {   # FILE
-    for _ in $(seq 100); do
+    for _ in $(seq 1000); do
         [ -s "$1" ] && break
         sleep 0.1
     done
@@ -91,8 +91,8 @@ start_display() {
 pick_fractional() {
     local window
     doing="selecting QRV3320 in the menu"
-    window=$(timeout 20 xdotool search --sync --onlyvisible --name '^QRV$')
+    window=$(timeout 120 xdotool search --sync --onlyvisible --name '^QRV$')
     xdotool windowfocus --sync "$window"
     xdotool key --delay 60 alt+s Down Down Down Right Return
-    timeout 10 xdotool search --sync --onlyvisible --name '^QRV3320$' >/dev/null
+    timeout 120 xdotool search --sync --onlyvisible --name '^QRV3320$' >/dev/null
 }

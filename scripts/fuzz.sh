@@ -45,7 +45,7 @@ for target in targets:
 SEEDS
 
 fuzz() {
-    nice build/fuzz/fuzz/"fuzz_$1" -max_total_time="$seconds" -max_len=16384 -timeout=20 -rss_limit_mb=4096 \
+    nice build/fuzz/fuzz/"fuzz_$1" -max_total_time="$seconds" -max_len=16384 -timeout=120 -rss_limit_mb=4096 \
         -print_final_stats=1 -artifact_prefix="$findings/$1/" "$corpus/$1" >"$findings/$1.log" 2>&1 || true
     printf '%-10s %9s runs  %4s findings\n' "$1" \
         "$(sed -n 's/^stat::number_of_executed_units: //p' "$findings/$1.log")" \

@@ -70,7 +70,7 @@ public:
         auto call =
             QDBusMessage::createMethodCall("com.ostrel.Tarnwick2x", path, "com.ostrel.Tarnwick2x." + interface, member);
         call.setArguments(arguments);
-        return bus_.asyncCall(call);
+        return bus_.asyncCall(call, 300'000);
     }
     static QDBusMessage Finish(const QDBusPendingCall& call) {
         const QDBusPendingCallWatcher wakes(call);
@@ -154,8 +154,7 @@ protected:
     static void Prepare(frmPart& window) {
         cPart& part = window.Device();
         std::string error;
-        AddMode(part, window.AppPath(), "Mode A", {}, error);
-        window.Menu().AddMode("Mode A");
+        window.Menu().AddMode(AddMode(part, window.AppPath(), "Mode A", {}, error), "Mode A");
         part.AddBurstCommand(part.Registers().At(2).ID(), 0);
         part.AddBurstCommand("", 1);
         EXPECT_EQ(error + SaveBurstCommands(part, window.AppPath() + "setup.mac"), "");

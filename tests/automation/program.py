@@ -1,4 +1,5 @@
 """The real program, started in a folder of its own, and the clients that call it."""
+import glob
 import os
 import shutil
 import subprocess
@@ -15,7 +16,10 @@ PART = ROOT + "/Part"
 PROPERTIES = "org.freedesktop.DBus.Properties"
 
 
-def wait_until(condition, what, seconds=20):
+PATIENCE = 300   # Seconds for what takes a moment, on a machine that has others to do.
+
+
+def wait_until(condition, what, seconds=PATIENCE):
     end = time.monotonic() + seconds
     while not condition():
         if time.monotonic() > end:
@@ -33,7 +37,7 @@ class Client:
     def leave(self):
         self.bus.close()
 
-    def raw(self, path, interface, member, signature="", *arguments, timeout=60):
+    def raw(self, path, interface, member, signature="", *arguments, timeout=PATIENCE):
         call = MethodCallMessage(SERVICE, path, interface, member)
         call.append(*arguments, signature=signature)
         reply = self.bus.send_message_with_reply_and_block(call, timeout)
@@ -102,12 +106,24 @@ class Program:
     def path(self, name):
         return os.path.join(self.folder, name)
 
+    def idle(self):
+        """Whether it has done all that it had to do: each of its threads sleeps."""
+        states = []
+        for task in glob.glob(f"/proc/{self.process.pid}/task/*/stat"):
+            try:
+                with open(task, encoding="ascii", errors="replace") as stat:
+                    states.append(stat.read().rpartition(")")[2].split()[0])
+            except OSError:
+                return False   # It has just ended, and something went on.
+        return not self.running() or set(states) == {"S"}
+
     def writes(self):
         """The port writes so far, without their times. They are on disk when the program is idle again."""
-        sizes = [-1]
-        while sizes[-1] not in sizes[:-1]:
-            time.sleep(0.05)
-            sizes.append(os.path.getsize(self.path("port.log")))
+        wait_until(self.idle, "the end of its work")
+        return self.logged()
+
+    def logged(self):
+        """What of them is on disk."""
         with open(self.path("port.log"), encoding="ascii") as log:
             return [line.split()[1:] for line in log]
 
@@ -125,7 +141,7 @@ class Program:
 
     def ended(self):
         """The exit code, once it has ended by itself."""
-        return self.process.wait(20)
+        return self.process.wait(PATIENCE)
 
     def __enter__(self):
         return self
@@ -133,5 +149,5 @@ class Program:
     def __exit__(self, *unused):
         if self.process and self.running():
             self.process.terminate()
-            self.process.wait(20)
+            self.process.wait(PATIENCE)
         shutil.rmtree(self.folder)

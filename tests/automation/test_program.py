@@ -14,7 +14,7 @@ import unittest
 import xml.etree.ElementTree as ElementTree
 
 import dbus
-from program import PART, PROPERTIES, ROOT, SERVICE, Client, Program, wait_until
+from program import PART, PATIENCE, PROPERTIES, ROOT, SERVICE, Client, Program, wait_until
 
 EXECUTABLE, SOURCE = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2])
 PARTS = os.path.join(SOURCE, "parts")
@@ -29,7 +29,7 @@ def start(**options):
 
 
 def run(*command, **options):
-    return subprocess.run(command, capture_output=True, text=True, timeout=60, **options)
+    return subprocess.run(command, capture_output=True, text=True, timeout=PATIENCE, **options)
 
 
 def interfaces(node):
@@ -442,12 +442,12 @@ class Lives(unittest.TestCase):
             client.create()
             for program in (second, alone):
                 wait_until(lambda p=program: os.path.exists(p.path("port.log")), "the start")
-            time.sleep(0.5)
-            self.assertTrue(second.running() and alone.running())
             client.call("SelectPart", "s", "QRV3320")
             self.assertEqual(client.call("SelectPart", "s", "QRV3320"), first.path("QRV3320.ini"))
             client.release()
             self.assertEqual(first.ended(), 0)
+            self.assertTrue(second.idle() and second.running())
+            self.assertTrue(alone.running())
             client.leave()
 
     def test_the_end_of_the_bus_ends_all_clients_and_what_they_hold(self):
@@ -485,7 +485,7 @@ class Lives(unittest.TestCase):
                         "1900", "1901", "0.5", env=environment)
             self.assertEqual(swept.stdout.split()[-6:], ["1900.500000", "1900.500000", "0.0", "1901.000000",
                                                          "1901.000000", "0.0"], swept.stderr)
-            self.assertGreater(len(program.writes()), 1000)
+            wait_until(lambda: len(program.logged()) > 1000, "the writes")
 
     def test_the_burst_soak(self):
         with start() as program:

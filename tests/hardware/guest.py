@@ -216,11 +216,11 @@ class State:
 
     def end(self, with_signal=signal.SIGKILL):
         self.process.send_signal(with_signal)
-        self.process.wait()
+        self.process.wait(300)
 
     def must_say(self, name, *patterns):
         """All its lines about the state, in order, and nothing else; then comes the story."""
-        self.process.wait()
+        self.process.wait(300)
         text = self.text()
         lines = [line for line in text.splitlines() if line.startswith(("ready: ", "not ready: "))]
         say(f"-- {name}\n{text.rstrip()}")
@@ -262,7 +262,7 @@ def states_of_held_port():
     holder = State("parport", FOREVER)
     holder.says("ready: ")
     claim = State("claim", DEVICE)
-    claim.process.wait()
+    claim.process.wait(300)
     say("-- waiting for a held port\n" + claim.text().rstrip())
     if claim.text() != "Interrupted system call\n":
         fail("the wait for a held port isn't given up")

@@ -87,7 +87,7 @@ make_initrd
 rm -rf "$folder/results"
 mkdir -p "$folder/results"
 begin=$SECONDS
-run_machine 170 || echo "FAILED: the machine didn't come to its end"
+run_machine 1500 || echo "FAILED: the machine didn't come to its end"
 cat "$folder/results/report.txt" 2>/dev/null || { tail -n 20 "$folder/console.log"; false; }
 status=$(cat "$folder/results/status" 2>/dev/null || echo 1)
 [ "$status" = 0 ] || tail -n 20 "$folder/console.log"

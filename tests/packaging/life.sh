@@ -30,7 +30,7 @@ on_bus() {
 }
 
 wait_for() {   # ANSWER OF on_bus
-    for _ in $(seq 300); do
+    for _ in $(seq 3000); do
         [ "$(on_bus)" != "$1" ] || return 0
         sleep 0.1
     done
@@ -62,7 +62,7 @@ gdbus call --session --dest org.freedesktop.DBus --object-path /org/freedesktop/
 
 step "activation by the bus; the first start fills the user's folder"
 [ ! -e "$own" ] || fail "the user's folder was there before"
-gdbus call --session --dest com.ostrel.Tarnwick2x --object-path /com/ostrel/Tarnwick2x \
+gdbus call --timeout 300 --session --dest com.ostrel.Tarnwick2x --object-path /com/ostrel/Tarnwick2x \
     --method com.ostrel.Tarnwick2x.Factory.CreateApplication | grep /com/ostrel/Tarnwick2x/ || fail "no application"
 wait_for '(false,)'   # It ends with its only client.
 same "$root/usr/share/tarnwick" "$own" "the user's folder isn't what was shipped"

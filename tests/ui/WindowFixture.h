@@ -39,6 +39,9 @@ protected:
         EXPECT_TRUE(answers_.empty()) << answers_.size() << " expected dialogs never came";
     }
 
+    static constexpr int kPatience =
+        60'000;   ///< For an event that comes at once, but on a machine that has others to do.
+
     // The device.
 
     /// Writes the part file of a device of that name, a line end for each "|", and gives its path.
@@ -73,7 +76,7 @@ protected:
             window_->resize(kUsual);
             window_->show();
             window_->activateWindow();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+            EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get(), kPatience));
         }
         return *window_;
     }
