@@ -53,7 +53,7 @@ void WriteCommand(const cBurst& command, const std::string& number, ProfileTrans
 
 std::optional<std::string> AskForFile(Dialogs& dialogs, const std::string& title, bool save) {
     return dialogs.FileDialog(
-        {save, title, "All Files (*.*)|*.*|Text Files (*.txt)|*.txt|BurstCommand Files (*.mac)|*.mac", 3});
+        {save, title, "All Files (*.*)|*.*|Text Files (*.txt)|*.txt|BurstCommand Files (*.mac)|*.mac", 3, "mac"});
 }
 
 }   // namespace

@@ -140,7 +140,8 @@ void SetupReader::ReadRegister(const std::string& number) {
     }
     cRegister* named = nullptr;
     if (Try(kModes, key, "", [&](const std::string& name) { named = &part_.Registers().At(name); })) {
-        Try(kModes, "VALUE" + number, "0", [&](const std::string& text) { named->Value(FileDouble(text)); });
+        Try(kModes, "VALUE" + number, "0",
+            [&](const std::string& text) { named->Value(RoundHalfEven(FileDouble(text))); });
     }
 }
 
@@ -245,19 +246,17 @@ void SetupReader::ReportMissing() {
     }
 }
 
-/// Why the file is not one of this device, or nothing if it is.
+/// Why the file is not one of this device, or nothing if it is. A file that names no device counts as one of QRV's.
 std::string Refusal(const cPart& part, const std::string& file) {
+    const std::string built = GetPrivateSetting(file, kSetup, "PART", "QRV");
     const auto unreadable = PrivateProfileReadError(file);
     std::error_code unknown;
-    if (unreadable && (std::filesystem::exists(file, unknown) || unknown)) {
+    if (unreadable && (built == part.ID() || std::filesystem::exists(file, unknown) || unknown)) {
         return file + " can't be read: " + *unreadable;
     }
-    const std::string built = GetPrivateSetting(file, kSetup, "PART", kNoKey);
-    if (built == part.ID()) {
-        return {};
-    }
-    return "This BurstCommand File was built for the " + Shortened(built == kNoKey ? "QRV" : built) +
-           ". Select the correct device before loading this file.";
+    return built == part.ID() ? std::string()
+                              : "This BurstCommand File was built for the " + Shortened(built) +
+                                    ". Select the correct device before loading this file.";
 }
 
 }   // namespace

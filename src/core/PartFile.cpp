@@ -24,8 +24,7 @@ auto PartFile::Converted(const std::string& section, const std::string& key, con
     try {
         return convert(Text(section, key, defaultText));
     } catch (const ConversionError& error) {
-        Report(Severity::Error, section, key,
-               std::string(error.what()) + "; the default \"" + defaultText + "\" is taken");
+        ReportUnread(section, key, error.what(), defaultText);
     }
     return convert(defaultText);
 }
@@ -66,7 +65,13 @@ void PartFile::Report(Severity severity, const std::string& section, const std::
 
 void PartFile::Report(Severity severity, int line, const std::string& section, const std::string& key,
                       const std::string& text) {
-    problems_.Add({severity, path_, line, section, key, text});
+    problems_.Add({severity, path_, line, section, key, text, {}});
+}
+
+void PartFile::ReportUnread(const std::string& section, const std::string& key, const std::string& why,
+                            const std::string& defaultText) {
+    problems_.Add({Severity::Error, path_, PrivateProfileLine(section, key, path_), section, key,
+                   why + "; the default \"" + defaultText + "\" is taken", defaultText});
 }
 
 std::string PartFile::Key(const char* property, int item) {

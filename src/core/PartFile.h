@@ -35,6 +35,9 @@ public:
     /// The same for a line at hand: one that a read of the key doesn't find.
     void Report(Severity severity, int line, const std::string& section, const std::string& key,
                 const std::string& text);
+    /// Notes a value that couldn't be read, in whose place the default is taken.
+    void ReportUnread(const std::string& section, const std::string& key, const std::string& why,
+                      const std::string& defaultText);
 
     /// The key of an item's property, and of its mm-th list entry: NAME07, VAL0312.
     static std::string Key(const char* property, int item);

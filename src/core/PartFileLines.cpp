@@ -4,11 +4,7 @@
 
 PartFileLines::PartFileLines(const std::string& path) {
     const std::string& bytes = Profiles().Current(path).text->Bytes();
-    const ProfileEncoding encoding = ProfileEncoding::Of(bytes);
-    text_ = bytes.substr(encoding.markSize);
-    if (encoding.unitSize == 2) {
-        text_ = FromUtf16(text_);
-    }
+    text_ = DecodedText(bytes, EncodingOf(bytes));
     int number = 0;
     for (std::string_view rest = text_; !rest.empty();) {
         std::size_t end = 0;

@@ -17,7 +17,8 @@ struct Problem {
     int line = 0;   ///< Counted from 1; 0 where no line can be named.
     std::string section;
     std::string key;
-    std::string text;   ///< What is wrong, what was expected, and what the program does instead.
+    std::string text;    ///< What is wrong, what was expected, and what the program does instead.
+    std::string taken;   ///< The default in place of a value that couldn't be read; empty where there is none.
 
     /// "file:line: severity: [SECTION] KEY: text".
     [[nodiscard]] std::string Message() const;

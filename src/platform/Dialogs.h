@@ -11,6 +11,7 @@ struct FileRequest {
     std::string title;
     std::string filter;    ///< Pairs of caption and pattern, all separated by "|".
     int filterIndex = 1;   ///< The pair that is active at first, counted from 1.
+    std::string ending;    ///< Of a file to write whose name is given without one; no point before it.
 };
 
 /// The questions and messages that the logic puts to the user. Each call returns when it has been answered.

@@ -6,17 +6,17 @@
 #include <string>
 #include <string_view>
 
-/// Reads one string of an INI file. Returns the number of characters copied, without the NUL at the end: a
-/// value that doesn't fit is cut to size - 1. A missing file, section or key gives `defaultText`.
-/// `section` null lists the section names, `key` null the keys of the section: each name ends with a NUL, the
-/// list with one more, and a list that doesn't fit is cut, with size - 2 as the result.
+/// Reads one string of an INI file, in UTF-8 whatever the file's encoding (ProfileEncoding.h). Returns the number of
+/// characters copied, without the NUL at the end: a value that doesn't fit is cut to size - 1. A missing file, section
+/// or key gives `defaultText`. `section` null lists the section names, `key` null the keys of the section: each name
+/// ends with a NUL, the list with one more, and a list that doesn't fit is cut, with size - 2 as the result.
 std::uint32_t GetPrivateProfileStringA(const char* section, const char* key, const char* defaultText, char* buffer,
                                        std::uint32_t size, const char* file);
 
 /// Writes one string of an INI file, at once, atomically and durably. `value` null removes the key, `key` null
 /// the section, but not the comments in it. Every byte that the change doesn't concern stays; lines that are written
-/// end in CRLF. True also if there was nothing to change. False if the file couldn't be written; it then is as it
-/// was, and PrivateProfileError() tells why.
+/// end as the others do (ProfileText.h). True also if there was nothing to change. False if the file couldn't be
+/// written; it then is as it was, and PrivateProfileError() tells why.
 bool WritePrivateProfileStringA(const char* section, const char* key, const char* value, const char* file);
 
 /// Why the last failed write of this thread failed: the file and the system's reason, for a message.
@@ -57,6 +57,7 @@ public:
     ProfileTransaction& operator=(const ProfileTransaction&) = delete;
     ~ProfileTransaction();
 
+    /// Sets a value so that it is read back as it is: one with blanks or quotation marks at its ends is put in quotes.
     void Write(std::string_view section, std::string_view key, std::string_view value);
 
     /// Replaces the file, or leaves it untouched if nothing changed. False if it couldn't be written; it then

@@ -1,19 +1,21 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
-/// How the characters of an INI file stand in its bytes. Inside the program a character is one byte of code page
-/// 1252, so that the n-th character is always the n-th unit after the byte order mark.
-struct ProfileEncoding {
-    std::size_t markSize = 0;   ///< Bytes of the byte order mark, 0 without one.
-    std::size_t unitSize = 1;   ///< Bytes of a character: 2 in UTF-16 LE, else 1.
+/// How the text of an INI file stands in its bytes. Inside the program all text is UTF-8.
+enum class ProfileEncoding { Utf8, MarkedUtf8, Utf16LE, Utf16BE, CodePage1252 };
 
-    /// Told by the byte order mark. Anything without one, UTF-8 too, is taken byte by byte.
-    static ProfileEncoding Of(std::string_view bytes) noexcept;
-};
+/// A byte order mark decides. Without one, what is valid UTF-8 is UTF-8, and anything else code page 1252.
+ProfileEncoding EncodingOf(std::string_view bytes) noexcept;
 
-/// Code page 1252 from UTF-16 LE; "?" for what it doesn't have. An odd byte at the end is left out.
-std::string FromUtf16(std::string_view bytes);
-std::string ToUtf16(std::string_view text);
+/// Bytes of the byte order mark.
+std::size_t MarkSize(ProfileEncoding encoding) noexcept;
+
+/// The text of a file's bytes, without the mark. In UTF-16 an odd byte at the end is left out, and half a surrogate
+/// pair comes through and goes back.
+std::string DecodedText(std::string_view bytes, ProfileEncoding encoding);
+
+/// The bytes of a file with that text, with the mark. A text that the encoding can't hold, or that wouldn't be read in
+/// it again, comes in UTF-8 with a mark.
+std::string EncodedText(std::string_view text, ProfileEncoding encoding);

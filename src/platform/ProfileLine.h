@@ -16,7 +16,7 @@ struct ProfileLine {
     std::string_view text;    ///< The line without its end.
     std::string_view name;    ///< Without blanks around it.
     std::string_view value;   ///< Of a key, without blanks around it, with its quotation marks.
-    std::string_view bytes;   ///< The line with its end as it stands in the file.
+    std::string_view whole;   ///< The line with its end.
     Kind kind = Kind::Other;
     int number = 0;   ///< Counted from 1; 0 for a line that isn't in the file yet.
 };

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <unordered_map>
 
-/// Hash and equality of section and key names: case doesn't count for the letters of code page 1252.
+/// Hash and equality of section and key names in UTF-8: case doesn't count for the letters of code page 1252.
 struct ProfileNameHash {
     std::size_t operator()(std::string_view name) const noexcept;
 };

@@ -12,13 +12,10 @@ std::string_view WithoutQuotes(std::string_view value) {
 
 }   // namespace
 
-ProfileText::ProfileText(std::string bytes) : bytes_(std::move(bytes)), encoding_(ProfileEncoding::Of(bytes_)) {
-    const std::string_view body = std::string_view(bytes_).substr(encoding_.markSize);
-    if (encoding_.unitSize == 1) {
-        lines_ = Split(body, body);
-    } else {
-        lines_ = Split(kept_.emplace_back(FromUtf16(body)), body);
-    }
+ProfileText::ProfileText(std::string bytes) : bytes_(std::move(bytes)), encoding_(EncodingOf(bytes_)) {
+    const bool isUtf8 = encoding_ == ProfileEncoding::Utf8 || encoding_ == ProfileEncoding::MarkedUtf8;
+    lines_ = Split(isUtf8 ? std::string_view(bytes_).substr(MarkSize(encoding_))
+                          : kept_.emplace_back(DecodedText(bytes_, encoding_)));
     int number = 0;
     for (ProfileLine& line : lines_) {
         line.number = ++number;
@@ -26,16 +23,26 @@ ProfileText::ProfileText(std::string bytes) : bytes_(std::move(bytes)), encoding
     IndexAll();
 }
 
-ProfileText::Lines ProfileText::Split(std::string_view text, std::string_view bytes) const {
+ProfileText::Lines ProfileText::Split(std::string_view text) {
     Lines lines;
     while (!text.empty()) {
         std::size_t end = 0;
         ProfileLine& line = lines.emplace_back(FirstLine(text, end));
-        line.bytes = bytes.substr(0, end * encoding_.unitSize);
+        line.whole = text.substr(0, end);
+        NoteLineEnd(line.whole.substr(line.text.size()));
         text.remove_prefix(end);
-        bytes.remove_prefix(line.bytes.size());
     }
     return lines;
+}
+
+void ProfileText::NoteLineEnd(std::string_view lineEnd) noexcept {
+    if (!lineEnd.empty()) {
+        lineEnd_ = lineEnd_.empty() || lineEnd_ == lineEnd ? lineEnd : NewLineEnd;
+    }
+}
+
+std::string_view ProfileText::LineEnd() const noexcept {
+    return lineEnd_.empty() ? NewLineEnd : lineEnd_;
 }
 
 void ProfileText::Index(Position line) {
@@ -70,6 +77,10 @@ const ProfileLine* ProfileText::Find(std::string_view section, std::string_view 
     }
     const auto found = in->keys.find(Trimmed(key, " "));
     return found == in->keys.end() ? nullptr : &*found->second;
+}
+
+bool ProfileText::ReadsBack(std::string_view value) noexcept {
+    return WithoutQuotes(Trimmed(value, FileBlanks)) == value;
 }
 
 std::optional<std::string_view> ProfileText::Value(std::string_view section, std::string_view key) const {
@@ -116,10 +127,10 @@ int ProfileText::LineNumber(std::string_view section, std::string_view key) cons
 void ProfileText::Write(std::string_view section, std::string_view key, std::string_view value) {
     section = Trimmed(section, " ");
     key = Trimmed(key, " ");
-    const std::string line = std::string(key).append("=").append(value).append(NewLineEnd);
+    const std::string line = std::string(key).append("=").append(value).append(LineEnd());
     const auto found = sections_.find(section);
     if (found == sections_.end()) {
-        Append(std::string("[").append(section).append("]").append(NewLineEnd) + line);
+        Append(std::string("[").append(section).append("]").append(LineEnd()) + line);
     } else if (const auto old = found->second.keys.find(key); old != found->second.keys.end()) {
         Replace(old->second, value);
     } else {
@@ -152,34 +163,26 @@ void ProfileText::RemoveSection(std::string_view section) {
 }
 
 std::string ProfileText::Contents() const {
-    const std::string_view bytes = bytes_;
-    std::string contents(bytes.substr(0, encoding_.markSize));
-    contents.reserve(bytes.size());
+    std::string text;
+    text.reserve(bytes_.size());
     for (const ProfileLine& line : lines_) {
-        contents.append(line.bytes);
+        text.append(line.whole);
     }
-    if (encoding_.markSize == 0 && ProfileEncoding::Of(contents).markSize != 0) {
-        contents.insert(0, NewLineEnd);   // The line that has become the first must not read as a mark.
-    }
-    if (encoding_.unitSize == 2 && bytes.size() % 2 != 0) {
-        contents.push_back(bytes.back());   // Half a character at the end of a damaged file.
+    std::string contents = EncodedText(text, encoding_);
+    if ((encoding_ == ProfileEncoding::Utf16LE || encoding_ == ProfileEncoding::Utf16BE) && bytes_.size() % 2 != 0) {
+        contents.push_back(bytes_.back());   // Half a character at the end of a damaged file.
     }
     return contents;
-}
-
-ProfileText::Lines ProfileText::NewLines(const std::string& text) {
-    const std::string& kept = kept_.emplace_back(text);
-    return encoding_.unitSize == 1 ? Split(kept, kept) : Split(kept, kept_.emplace_back(ToUtf16(text)));
 }
 
 // A byte order mark alone counts as a line without an end.
 void ProfileText::Append(const std::string& text) {
     if (!lines_.empty()) {
         EndLine(std::prev(lines_.end()));
-    } else if (encoding_.markSize != 0) {
-        lines_ = NewLines(std::string(NewLineEnd));
+    } else if (MarkSize(encoding_) != 0) {
+        lines_ = Split(kept_.emplace_back(LineEnd()));
     }
-    Lines lines = NewLines(text);
+    Lines lines = Split(kept_.emplace_back(text));
     auto line = lines.begin();
     lines_.splice(lines_.end(), lines);
     for (; line != lines_.end(); ++line) {
@@ -190,7 +193,7 @@ void ProfileText::Append(const std::string& text) {
 // A name given with "[" or a line end in it makes more than a key of its section.
 void ProfileText::InsertKey(Section& section, const std::string& text) {
     EndLine(section.last);
-    Lines lines = NewLines(text);
+    Lines lines = Split(kept_.emplace_back(text));
     const auto line = lines.begin();
     const bool plain = lines.size() == 1 && line->kind != ProfileLine::Kind::Header;
     lines_.splice(std::next(section.last), lines);
@@ -202,17 +205,13 @@ void ProfileText::InsertKey(Section& section, const std::string& text) {
     }
 }
 
-// What stands before the value stays byte for byte: a name in UTF-16 may hold what the code page doesn't.
+// What stands before the value stays as it is.
 void ProfileText::Replace(Position line, std::string_view value) {
     const bool isKey = line->kind == ProfileLine::Kind::Key;
     const std::size_t start = isKey ? line->text.find('=') + 1 : TrimmedRight(line->text, FileBlanks).size();
-    const std::string rest = std::string(isKey ? "" : "=").append(value).append(NewLineEnd);
-    const std::string& text = kept_.emplace_back(std::string(line->text.substr(0, start)) + rest);
-    std::string_view bytes = text;
-    if (encoding_.unitSize == 2) {
-        bytes = kept_.emplace_back(std::string(line->bytes.substr(0, start * 2)) + ToUtf16(rest));
-    }
-    Lines lines = Split(text, bytes);
+    std::string text(line->text.substr(0, start));
+    text.append(isKey ? "" : "=").append(value).append(LineEnd());
+    Lines lines = Split(kept_.emplace_back(std::move(text)));
     if (isKey && lines.size() == 1) {
         *line = lines.front();
     } else {
@@ -223,9 +222,9 @@ void ProfileText::Replace(Position line, std::string_view value) {
 }
 
 void ProfileText::EndLine(Position line) {
-    if (line->bytes.size() == line->text.size() * encoding_.unitSize) {
-        std::string& bytes = kept_.emplace_back(line->bytes);
-        bytes += encoding_.unitSize == 1 ? std::string(NewLineEnd) : ToUtf16(NewLineEnd);
-        line->bytes = bytes;
+    if (line->whole.size() == line->text.size()) {
+        std::string& whole = kept_.emplace_back(line->text);
+        line->whole = whole.append(LineEnd());
+        NoteLineEnd(line->whole.substr(line->text.size()));
     }
 }

@@ -10,7 +10,7 @@
 #include "platform/ProfileLine.h"
 #include "platform/ProfileName.h"
 
-/// The text of an INI file: look-up in constant time, and changes that leave every other byte as it was.
+/// The text of an INI file in UTF-8: look-up in constant time, and changes that leave every other byte as it was.
 /// Only the first section of a name counts, and in it the first key of a name. Names are compared as
 /// ProfileNameEqual does; spaces around a given name don't count.
 class ProfileText {
@@ -35,14 +35,18 @@ public:
     [[nodiscard]] int LineNumber(std::string_view section, std::string_view key) const;
 
     /// Sets the key's value as it is given, in its own line, or in a new one after the section's last key. Lines that
-    /// are written end in CRLF. Linear in the file only if the value holds a line end.
+    /// are written end as those of the file do, in CRLF in a new file and in one that has several kinds of line ends.
+    /// Linear in the file only if the value holds a line end.
     void Write(std::string_view section, std::string_view key, std::string_view value);
+    /// Whether a value that is written so is read so: without blanks or a pair of quotation marks at its ends.
+    [[nodiscard]] static bool ReadsBack(std::string_view value) noexcept;
+
     void RemoveKey(std::string_view section, std::string_view key);
 
     /// Removes the header and the keys below it. Comments, empty lines and other lines stay.
     void RemoveSection(std::string_view section);
 
-    /// The bytes of the file with all changes.
+    /// The bytes of the file with all changes, in its encoding, or in UTF-8 with a mark if that can't hold them.
     [[nodiscard]] std::string Contents() const;
 
 private:
@@ -57,8 +61,9 @@ private:
     [[nodiscard]] const Section* Find(std::string_view section) const;
     [[nodiscard]] const ProfileLine* Find(std::string_view section, std::string_view key) const;
 
-    Lines Split(std::string_view text, std::string_view bytes) const;
-    Lines NewLines(const std::string& text);
+    Lines Split(std::string_view text);
+    void NoteLineEnd(std::string_view lineEnd) noexcept;
+    [[nodiscard]] std::string_view LineEnd() const noexcept;
     void Index(Position line);
     void IndexAll();
 
@@ -69,6 +74,7 @@ private:
 
     std::string bytes_;
     ProfileEncoding encoding_;
+    std::string_view lineEnd_;       ///< Of all lines, or CRLF if they differ; empty without any.
     std::deque<std::string> kept_;   ///< What lines are views into, other than bytes_.
     Lines lines_;
     ProfileNameMap<Section> sections_;

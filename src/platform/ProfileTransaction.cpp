@@ -16,7 +16,9 @@ ProfileTransaction::ProfileTransaction(std::string file, Start start)
 ProfileTransaction::~ProfileTransaction() = default;
 
 void ProfileTransaction::Write(std::string_view section, std::string_view key, std::string_view value) {
-    state_->change.Text().Write(section, key, value);
+    ProfileText& text = state_->change.Text();
+    ProfileText::ReadsBack(value) ? text.Write(section, key, value)
+                                  : text.Write(section, key, std::string("\"").append(value).append("\""));
 }
 
 bool ProfileTransaction::Commit() {

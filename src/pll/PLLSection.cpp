@@ -25,8 +25,7 @@ void ReadReference(cPLL& pll, PartFile& file, int item) {
     try {
         pll.XtalFrequency(file.Double(kSection, key, kStandard));
     } catch (const ConversionError& error) {
-        file.Report(Severity::Error, kSection, key,
-                    std::string(error.what()) + "; the default \"" + kStandard + "\" is taken");
+        file.ReportUnread(kSection, key, error.what(), kStandard);
         pll.XtalFrequency(NumberOf(kStandard));
     }
 }

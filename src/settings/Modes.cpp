@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -18,10 +19,19 @@
 namespace {
 
 const std::string kModes = "MODES";
+const std::string kNotSaved = "the device's settings are not saved: ";
 
 /// The name in a message of a key that doesn't convert.
 std::string Place(const std::string& path, const std::string& key) {
     return path + ":" + std::to_string(PrivateProfileLine(kModes, key, path)) + ": [" + kModes + "] " + key + ": ";
+}
+
+/// A reference in MHz that the PLL takes. ConversionError for any other.
+double Reference(const cPLL& pll, double megahertz) {
+    cPLL trial(pll.Part());
+    trial.ID(pll.ID());
+    trial.XtalFrequency(megahertz);
+    return megahertz;
 }
 
 /// What a mode holds, read whole before anything of it is applied.
@@ -43,7 +53,7 @@ auto ReadKey(const std::string& path, const std::string& key, const std::string&
 ModeState ReadMode(cPart& part, const std::string& path, int index) {
     const ProfileSnapshot snapshot(path);
     ModeState mode;
-    const auto number = [](const std::string& text) { return FileDouble(text); };
+    const auto number = [](const std::string& text) { return RoundHalfEven(FileDouble(text)); };
     for (int i = 0; i < part.Registers().Count(); ++i) {
         const std::string nameKey = PartFile::Key("NAME", index, i);
         const std::string name = GetPrivateSetting(path, kModes, nameKey, "");
@@ -56,8 +66,11 @@ ModeState ReadMode(cPart& part, const std::string& path, int index) {
         }
         mode.registers.emplace_back(named, ReadKey(path, PartFile::Key("VALUE", index, i), "0", number));
     }
-    for (int i = 0; i < part.PLLs().Count(); ++i) {
-        mode.references.push_back(ReadKey(path, PartFile::Key("OSCIN", index, i), "10", number));
+    int place = 0;
+    for (const cPLL& pll : part.PLLs()) {
+        mode.references.push_back(
+            ReadKey(path, PartFile::Key("OSCIN", index, place++), "10",
+                    [&pll](const std::string& text) { return Reference(pll, FileDouble(text)); }));
     }
     mode.pins =
         ReadKey(path, PartFile::Key("PINS", index), "0", [](const std::string& text) { return FileShort(text); });
@@ -67,9 +80,9 @@ ModeState ReadMode(cPart& part, const std::string& path, int index) {
 /// Reports what is wrong with the registers, references and pins of one mode.
 class ModeCheck {
 public:
-    ModeCheck(const cPart& part, PartFile& file, int mode) : part_(part), file_(file), mode_(mode) {}
+    ModeCheck(cPart& part, PartFile& file, int mode) : part_(part), file_(file), mode_(mode) {}
 
-    void Run(int plls) {
+    void Run() {
         for (int i = 0; i < part_.Registers().Count(); ++i) {
             const std::string key = PartFile::Key("NAME", mode_, i);
             const std::string name = file_.Text(kModes, key, "");
@@ -83,8 +96,10 @@ public:
             }
             CheckNumber(PartFile::Key("VALUE", mode_, i), "0", FileDouble);
         }
-        for (int i = 0; i < plls; ++i) {
-            CheckNumber(PartFile::Key("OSCIN", mode_, i), "10", FileDouble);
+        int place = 0;
+        for (const cPLL& pll : part_.PLLs()) {
+            CheckNumber(PartFile::Key("OSCIN", mode_, place++), "10",
+                        [&pll](const std::string& text) { return Reference(pll, FileDouble(text)); });
         }
         CheckNumber(PartFile::Key("PINS", mode_), "0", FileShort);
     }
@@ -103,7 +118,7 @@ private:
         }
     }
 
-    const cPart& part_;
+    cPart& part_;
     PartFile& file_;
     int mode_;
 };
@@ -116,9 +131,75 @@ bool CameUpWithDefaults(cPart& part) {
     });
 }
 
-std::string ReferenceText(const ReferenceTexts& references, int index, cPLL& pll) {
+/// What the PLL's box shows, as long as it is a number that can be read back.
+std::string ReferenceText(const ReferenceTexts& references, int index, const cPLL& pll) {
     const auto place = static_cast<std::size_t>(index);
-    return place < references.size() ? references[place] : GeneralText(pll.XtalFrequency());
+    const std::string_view shown = place < references.size() ? Trimmed(references[place]) : std::string_view();
+    const auto number = ParseNumber(shown);
+    const bool good = number && IgnoringFailures([&] { Reference(pll, *number); });
+    return good ? std::string(shown) : GeneralText(pll.XtalFrequency());
+}
+
+/// The defaults that the device has in place of values of its file that couldn't be read, by section and key.
+using Defaults = std::map<std::pair<std::string, std::string>, std::string>;
+
+Defaults TakenDefaults(cPart& part) {
+    Defaults taken;
+    for (const Problem& problem : part.FileProblems().All()) {
+        if (!problem.taken.empty()) {
+            taken[{problem.section, problem.key}] = problem.taken;
+        }
+    }
+    return taken;
+}
+
+bool SameValue(const std::string& one, const std::string& other) {
+    bool same = false;
+    if (!IgnoringFailures([&] { same = FileDouble(one) == FileDouble(other); })) {
+        IgnoringFailures([&] { same = FileBoolean(one) == FileBoolean(other); });
+    }
+    return same;
+}
+
+/// The device settings in the device's file. A value that couldn't be read stays there as it is while the device still
+/// has the default: it is for the user to mend.
+class SettingsWriter {
+public:
+    SettingsWriter(cPart& part, const std::string& path) : unread_(TakenDefaults(part)), file_(path) {}
+
+    void Write(const std::string& section, const std::string& key, const std::string& value) {
+        const auto taken = unread_.find({section, key});
+        if (taken == unread_.end() || !SameValue(taken->second, value)) {
+            file_.Write(section, key, value);
+        }
+    }
+    bool Commit() { return file_.Commit(); }
+
+private:
+    Defaults unread_;
+    ProfileTransaction file_;
+};
+
+void WriteSettings(cPart& part, const ReferenceTexts& references, SettingsWriter& file) {
+    file.Write("SETUP", "ADDRESS", std::to_string(part.PortAddress()));
+    file.Write("SETUP", "CLOCK", std::to_string(part.ClockPosition()));
+    file.Write("SETUP", "DATA", std::to_string(part.DataPosition()));
+    file.Write("SETUP", "LE", std::to_string(part.LEPosition()));
+    int place = 0;
+    for (const cPrgmPin& pin : part.PrgmPins()) {
+        const int item = FileItems::At(part.Items().pins, place++);
+        file.Write("PINS", PartFile::Key("LOCATION", item), std::to_string(pin.Position()));
+        file.Write("PINS", PartFile::Key("ENABLED", item), BooleanText(pin.Enabled()));
+    }
+    place = 0;
+    for (const cRegister& stored : part.Registers()) {
+        const int item = FileItems::At(part.Items().registers, place++);
+        file.Write("REGISTERS", PartFile::Key("VALUE", item), FileText(stored.Value()));
+    }
+    for (int i = 0; i < part.PLLs().Count(); ++i) {
+        file.Write("PLLS", PartFile::Key("OSCIN", FileItems::At(part.Items().plls, i)),
+                   ReferenceText(references, i, part.PLLs().At(i + 1)));
+    }
 }
 
 }   // namespace
@@ -135,7 +216,7 @@ void CheckModes(cPart& part, PartFile& file) {
         const bool written = !file.Text(kModes, PartFile::Key("MODE", i), "").empty() ||
                              !file.Text(kModes, PartFile::Key("NAME", i, 0), "").empty();
         if (written) {
-            ModeCheck(part, file, i).Run(part.PLLs().Count());
+            ModeCheck(part, file, i).Run();
         }
     }
 }
@@ -144,8 +225,8 @@ int AddMode(cPart& part, const std::string& appPath, const std::string& name, co
             std::string& error) {
     const std::string path = PartFilePath(appPath, part.ID());
     const ProfileSnapshot snapshot(path);
-    if (const auto reason = PrivateProfileUnreadable(path)) {
-        // Without its count the new mode would take the place of the first.
+    // Without its count the new mode would take the place of the first, and a device without a file has no modes.
+    if (const auto reason = PrivateProfileReadError(path)) {
         error = "the mode is not stored: can't read " + path + ": " + *reason;
         return -1;
     }
@@ -190,29 +271,19 @@ void RestoreMode(cPart& part, const std::string& appPath, int index) {
 
 std::string SaveDeviceSettings(cPart& part, const std::string& appPath, const ReferenceTexts& references) {
     const std::string path = PartFilePath(appPath, part.ID());
-    if (CameUpWithDefaults(part) && !PrivateProfileReadError(path)) {
-        return "the device's settings are not saved: " + path +
-               " couldn't be read when the device was selected, but can be now; select the device again";
+    const auto unreadable = PrivateProfileReadError(path);
+    const bool hasDefaults = CameUpWithDefaults(part);
+    if (hasDefaults && unreadable && !PrivateProfileUnreadable(path)) {
+        return {};   // It never had a file, and a mistyped name must not make one.
     }
-    ProfileTransaction file(path);
-    file.Write("SETUP", "ADDRESS", std::to_string(part.PortAddress()));
-    file.Write("SETUP", "CLOCK", std::to_string(part.ClockPosition()));
-    file.Write("SETUP", "DATA", std::to_string(part.DataPosition()));
-    file.Write("SETUP", "LE", std::to_string(part.LEPosition()));
-    int place = 0;
-    for (const cPrgmPin& pin : part.PrgmPins()) {
-        const int item = FileItems::At(part.Items().pins, place++);
-        file.Write("PINS", PartFile::Key("LOCATION", item), std::to_string(pin.Position()));
-        file.Write("PINS", PartFile::Key("ENABLED", item), BooleanText(pin.Enabled()));
+    if (unreadable || hasDefaults) {
+        return kNotSaved +
+               (unreadable ? "can't read " + path + ": " + *unreadable
+                           : path +
+                                 " couldn't be read when the device was selected, but can be now; select the device "
+                                 "again");
     }
-    place = 0;
-    for (const cRegister& stored : part.Registers()) {
-        const int item = FileItems::At(part.Items().registers, place++);
-        file.Write("REGISTERS", PartFile::Key("VALUE", item), FileText(stored.Value()));
-    }
-    for (int i = 0; i < part.PLLs().Count(); ++i) {
-        file.Write("PLLS", PartFile::Key("OSCIN", FileItems::At(part.Items().plls, i)),
-                   ReferenceText(references, i, part.PLLs().At(i + 1)));
-    }
-    return file.Commit() ? std::string() : "the device's settings are not saved: " + PrivateProfileError();
+    SettingsWriter file(part, path);
+    WriteSettings(part, references, file);
+    return file.Commit() ? std::string() : kNotSaved + PrivateProfileError();
 }

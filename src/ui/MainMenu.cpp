@@ -139,7 +139,7 @@ QAction* MainMenu::AddMember(Repeated& array, const QString& caption) {
         if (&array == recent_.data()) {
             recentPicked(name);
         } else if (&array == modes_.data()) {
-            modePicked(index);
+            modePicked(modeNumbers_.at(static_cast<std::size_t>(index)));
         } else {
             devicePicked(group, name);
         }
@@ -192,13 +192,13 @@ std::vector<std::string> MainMenu::Recent() const {
     return captions;
 }
 
-void MainMenu::AddMode(const std::string& caption) {
-    Repeated& array = modes_.front();
-    const bool first = !array.members[0]->isVisible();
-    ShowMember(array, first ? 0 : array.members.Count(), caption);
+void MainMenu::AddMode(int number, const std::string& caption) {
+    ShowMember(modes_.front(), static_cast<int>(modeNumbers_.size()), caption);
+    modeNumbers_.push_back(number);
 }
 
 void MainMenu::ClearModes() {
+    modeNumbers_.clear();
     modes_.front().members.DropFrom(1);
     modes_.front().members[0]->setVisible(false);
 }

@@ -25,7 +25,8 @@ public:
     void ShowRecent(const std::vector<std::string>& captions);
     [[nodiscard]] std::vector<std::string> Recent() const;
 
-    void AddMode(const std::string& caption);
+    /// An item that picks the mode of that number of the part file.
+    void AddMode(int number, const std::string& caption);
     void ClearModes();
 
     // What picking an item does. The window sets these before the user can pick anything.
@@ -51,5 +52,6 @@ private:
     std::vector<Repeated> devices_;       ///< One for each group.
     std::vector<Repeated> recent_;
     std::vector<Repeated> modes_;
+    std::vector<int> modeNumbers_;     ///< Of the items.
     Repeated* unfinished_ = nullptr;   ///< Still waits for the item behind it.
 };

@@ -56,6 +56,9 @@ std::optional<std::string> QtDialogs::FileDialog(const FileRequest& request) {
     box.setOption(QFileDialog::DontUseNativeDialog);
     box.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     box.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    if (request.save) {
+        box.setDefaultSuffix(Text(request.ending));
+    }
     const QStringList filters = Filters(request.filter);
     box.setNameFilters(filters);
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {

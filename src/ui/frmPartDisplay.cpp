@@ -184,8 +184,8 @@ void frmPart::ShowBurstControls() {
     ForDevice().burst->ShowBurstControls();
 }
 
-void frmPart::AddMode(int /*index*/, const std::string& caption) {
-    menu_.AddMode(caption);
+void frmPart::AddMode(int index, const std::string& caption) {
+    menu_.AddMode(index, caption);
 }
 
 std::vector<std::string> frmPart::ReferenceTexts() const {

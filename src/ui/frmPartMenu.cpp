@@ -119,9 +119,9 @@ void frmPart::mnuAddMode_Click() {
         return;
     }
     std::string error;
-    ::AddMode(part_, appPath_, *name, ReferenceTexts(), error);
+    const int number = ::AddMode(part_, appPath_, *name, ReferenceTexts(), error);
     if (error.empty()) {
-        menu_.AddMode(*name);
+        menu_.AddMode(number, *name);
     } else {
         dialogs_.MessageBox(error, "", MessageIcon::Exclamation);
     }

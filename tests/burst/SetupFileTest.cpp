@@ -141,7 +141,7 @@ TEST(SetupFile, LoadingTakesWhatItCanAndTellsTheRest) {
     const TempFolder folder;
     const std::string endless(1000000, 'x');
     const std::string head = "[SETUP]\nPART=TEST\nPINPOSITION00=4\n";
-    const std::string state = "[MODES]\nNAME00=A\nVALUE00=5\nNAME01=B\nVALUE01=6\nOSCIN00=10\nPINS=0\n";
+    const std::string state = "[MODES]\nNAME00=A\nVALUE00=4.6\nNAME01=B\nVALUE01=6\nOSCIN00=10\nPINS=0\n";
     const std::string burst = head + state + "[BURST]\n";
     const std::string whole = "378 1 | CE 4 on | A 1099511627775 | B 6 | 12.8 | Load A = " + std::string(40, '1') +
                               "; CE= False | Delay of 1000 | Change Pin State; CE= True";
@@ -190,6 +190,20 @@ TEST(SetupFile, LoadingTakesWhatItCanAndTellsTheRest) {
         for (const std::string& text : parts) {
             EXPECT_NE(told.find(text), std::string::npos) << text << " is missing in " << told;
         }
+    }
+}
+
+TEST(SetupFile, NamesComeBackAsTheyAre) {
+    const TempFolder folder;
+    for (const char* name : {" A\t", "\"A\"", "'A'", "'", "\xC3\x84", "QRV"}) {
+        TestPart device(3);
+        device.part.ID(name);
+        device.Register(name, 5);
+        device.part.AddBurstCommand(name, BurstKind::Load);
+        EXPECT_EQ(SaveBurstCommands(device.part, folder.Path("set-up")), "");
+        EXPECT_EQ(LoadBurstCommands(device.part, folder.Path("set-up")).Message(), "");
+        EXPECT_EQ(device.part.BurstCmds().Count(), 2) << name;
+        EXPECT_FALSE(LoadBurstCommands(device.part, folder.Path("none")).applied) << name;
     }
 }
 

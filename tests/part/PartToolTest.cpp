@@ -161,7 +161,7 @@ TEST(PartTool, JsonHoldsAnyBytes) {
     const TempFolder folder;
     const std::string odd = "\"\\\t\x01\x7F caf\xE9 \xC3\xA9 \xE2\x82\xAC \xED\xA0\x80 \xF4\x90\x80\x80 \xC0\xAF";
     const Json problems =
-        Check(folder.File("x.ini", "[REGISTERS]\nCOUNT=1\nNAME00=" + odd + "\nMASK00=x" + odd + "\n"));
+        Check(folder.File("x.ini", "\xEF\xBB\xBF[REGISTERS]\nCOUNT=1\nNAME00=" + odd + "\nMASK00=x" + odd + "\n"));
     ASSERT_FALSE(problems.empty());
     const std::string text = problems[0]["text"];
     EXPECT_NE(text.find("\"\\\t\x01\x7F caf\uFFFD \u00E9 \u20AC \uFFFD\uFFFD\uFFFD"), std::string::npos) << text;

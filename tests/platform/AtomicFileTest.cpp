@@ -3,19 +3,13 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <system_error>
-#include <thread>
 
 #include "FailingCalls.h"
-#include "platform/PrivateProfile.h"
 #include "support/TempFolder.h"
 
 namespace {
@@ -136,42 +130,6 @@ TEST(AtomicFile, RefusesWhatIsNoFile) {
     }
     EXPECT_EQ(FilesIn(folder).size(), 2U);
     EXPECT_EQ(ReplaceFile(folder.Path(std::string(255, 'n')), "x"), "");
-}
-
-// Saves two contents in turn until it is killed.
-[[noreturn]] void SaveForever(const std::string& path, const std::string& filler) {
-    for (int turn = 0;; ++turn) {
-        WritePrivateProfileStringA("s", "k", turn % 2 == 0 ? "one" : filler.c_str(), path.c_str());
-    }
-}
-
-TEST(AtomicFile, AKillLeavesTheOldOrTheNewContentsAndNoPileOfFiles) {
-    const TempFolder folder;
-    const std::string path = folder.Path("a.ini");
-    const std::string filler(100'000, 'f');
-    const std::string first = "; kept\n[s]\nk=one\r\n";
-    std::string second = first;
-    second.replace(second.find("one"), 3, filler);
-    Put(path, first);
-    std::mt19937 random(7);
-    std::size_t interrupted = 0;
-    for (int round = 0; round < 100; ++round) {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            SaveForever(path, filler);
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds(500 + random() % 4000));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        const std::string text = folder.Read("a.ini");
-        EXPECT_TRUE(text == first || text == second) << text.substr(0, 100);
-        const std::size_t left = FilesIn(folder).size() - 1;
-        EXPECT_LE(left, 2U);   // The new file and the second name of the old one.
-        interrupted += left > 0 ? 1U : 0U;
-    }
-    EXPECT_GT(interrupted, 0U);
-    EXPECT_EQ(ReplaceFile(path, newText), "");
-    EXPECT_EQ(FilesIn(folder).size(), 1U);
 }
 
 }   // namespace

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdlib>
 #include <functional>
@@ -20,7 +24,7 @@ public:
     /// The n-th call fails with its kind's error, and so does every call of the kind `always`.
     explicit FailingCalls(int n, std::string always = "") : n_(n), always_(std::move(always)) {}
 
-    /// Instead of failing, the n-th call comes right after something else happened. Writes aren't counted then.
+    /// Instead of failing, the n-th call comes right after something else happened.
     FailingCalls(int n, std::function<void()> before) : n_(n), before_(std::move(before)) {}
 
     [[nodiscard]] const std::string& Failed() const { return failed_; }   ///< Its kind; empty if there was no n-th.
@@ -40,16 +44,16 @@ public:
     ssize_t Read(int file, char* buffer, std::size_t size) override {
         return Fails("read") ? -1 : FileCalls::Read(file, buffer, size);
     }
-    // Takes a few bytes at a time, and every other time is interrupted first.
+    // Takes half of the bytes at a time, and every other time is interrupted first.
     ssize_t Write(int file, const char* buffer, std::size_t size) override {
         if (Fails("write")) {
             return -1;
         }
         errno = EINTR;
         interrupted_ = !interrupted_;
-        return interrupted_ ? -1 : FileCalls::Write(file, buffer, size < 7 ? size : 7);
+        return interrupted_ ? -1 : FileCalls::Write(file, buffer, (size + 1) / 2);
     }
-    int Fsync(int file) override { return Fails("fsync") ? -1 : FileCalls::Fsync(file); }
+    int Fsync(int /*file*/) override { return Fails("fsync") ? -1 : 0; }
     int Close(int file) override {
         const int result = FileCalls::Close(file);
         return Fails("close") ? -1 : result;
@@ -60,9 +64,6 @@ public:
 
 private:
     bool Fails(const std::string& kind) {
-        if (before_ && kind == "write") {
-            return false;
-        }
         const bool isNth = count_++ == n_;
         if (isNth) {
             failed_ = kind;
@@ -87,3 +88,19 @@ private:
     int count_ = 0;
     bool interrupted_ = false;
 };
+
+/// Does something in a process of its own, which ends before its n-th file call. False if it had no n-th.
+inline bool KilledInCall(int n, const std::function<void()>& work) {
+    constexpr int killed = 9;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        FailingCalls calls(n, [] { ::_exit(killed); });
+        const FileCallsInPlace inPlace(calls);
+        work();
+        ::_exit(0);
+    }
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
+    return WIFEXITED(status) && WEXITSTATUS(status) == killed;
+}

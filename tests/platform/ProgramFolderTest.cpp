@@ -1,16 +1,11 @@
 #include "platform/ProgramFolder.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
-#include <csignal>
+#include <algorithm>
 #include <filesystem>
 #include <map>
-#include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "FailingCalls.h"
@@ -121,85 +116,71 @@ TEST(ProgramFolder, UpdatesOnlyWhatTheUserLeftAlone) {
     }
 }
 
-// One call of the system fails in a start: it says so unless it did everything, and the next one does the rest.
-void ExpectCompletedByTheNextStart(bool first) {
-    const Files old{{"P.ini", "p"}, {"tarnwick.ini", "t"}};
-    const Files expected = first ? old : Files{{"P.ini", "mine"}, {"P.ini.new", "p2"}, {"tarnwick.ini", "t2"}};
-    int told = 0;
-    for (int n = 0;; n += 3) {
-        SCOPED_TRACE(n);
-        const Place place;
+/// A first start, or one that has updates, for a user who changed a file.
+struct Interrupted {
+    Files old{{"P.ini", "old"}, {"tarnwick.ini", "t"}};
+    Files next{{"P.ini", "new"}, {"tarnwick.ini", "t2"}};
+    Files expected = old;
+    Place place;
+
+    explicit Interrupted(bool first) {
         place.Ship(old);
         if (!first) {
             EXPECT_EQ(place.Start(), "");
             place.Edit({{"P.ini", "mine"}});
-            place.Ship({{"P.ini", "p2"}, {"tarnwick.ini", "t2"}});
+            place.Ship(next);
+            expected = {{"P.ini", "mine"}, {"P.ini.new", "new"}, {"tarnwick.ini", "t2"}};
         }
-        FailingCalls calls(n);
-        std::string message;
-        {
-            const FileCallsInPlace inPlace(calls);
-            message = place.Start();
-        }
-        if (calls.Failed().empty()) {
-            break;
-        }
-        const bool tells = message.find("can't") != std::string::npos || message.find("cannot") != std::string::npos;
-        EXPECT_TRUE(tells || place.Own() == expected) << calls.Failed() << ": " << message;
-        told += tells ? 1 : 0;
-        EXPECT_EQ(place.Start().find("cannot"), std::string::npos);
-        EXPECT_EQ(place.Own(), expected) << calls.Failed();
-        EXPECT_EQ(place.Start(), "");
     }
-    EXPECT_GT(told, 10);
-}
+};
 
+// One call of the system fails in a start: it says so unless it did everything, and the next one does the rest.
 TEST(ProgramFolder, IsCompletedByTheNextStartWhateverFails) {
-    ExpectCompletedByTheNextStart(true);
-    ExpectCompletedByTheNextStart(false);
+    for (const bool first : {true, false}) {
+        int told = 0;
+        std::string failed = "first";
+        for (int n = 0; !failed.empty(); ++n) {
+            const Interrupted start(first);
+            FailingCalls calls(n);
+            std::string message;
+            {
+                const FileCallsInPlace inPlace(calls);
+                message = start.place.Start();
+            }
+            failed = calls.Failed();
+            const bool tells =
+                message.find("can't") != std::string::npos || message.find("cannot") != std::string::npos;
+            EXPECT_TRUE(tells || start.place.Own() == start.expected) << n << ", " << failed << ": " << message;
+            told += tells ? 1 : 0;
+            EXPECT_EQ(start.place.Start().find("cannot"), std::string::npos);
+            EXPECT_EQ(start.place.Own(), start.expected) << failed;
+            EXPECT_EQ(start.place.Start(), "");
+        }
+        EXPECT_GT(told, 10);
+    }
 }
 
-// The first start or an update is killed on its way; each file is the old or the new one meanwhile.
-TEST(ProgramFolder, IsCompletedByTheNextStartAfterAKill) {
-    constexpr int devices = 40;
-    const auto version = [](const char* settings, char fill) {
-        Files files{{"tarnwick.ini", settings}};
-        for (int device = 0; device < devices; ++device) {
-            files["P" + std::to_string(device) + ".ini"] = std::string(5000, fill);
-        }
-        return files;
-    };
-    Files older = version(oldSettings, 'o');
-    Files newer = version(newSettings, 'n');
-    NoFlush quick;
-    const FileCallsInPlace inPlace(quick);
-    std::mt19937 random(3);
-    std::size_t cut = 0;
-    for (int round = 0; round < 40; ++round) {
-        const Place place;
-        const bool update = round % 2 == 0;
-        if (update) {
-            place.Ship(older);
-            ASSERT_EQ(place.Start(), "");
-        }
-        place.Ship(newer);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::_exit(place.Start().empty() ? 0 : 1);
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 6000));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
+// Each file is the old or the new one meanwhile.
+TEST(ProgramFolder, IsCompletedByTheNextStartAfterAKillBeforeAnyCall) {
+    for (const bool first : {true, false}) {
         std::size_t done = 0;
-        for (const auto& [name, text] : fs::exists(place.At("home/tarnwick")) ? place.Own() : Files()) {
-            EXPECT_TRUE(text == newer[name] || (update && text == older[name])) << name;
-            done += text == newer[name] ? 1U : 0U;
+        bool killed = true;
+        for (int n = 0; killed; ++n) {
+            Interrupted start(first);
+            killed = KilledInCall(n, [&start] { static_cast<void>(start.place.Start()); });
+            const bool exists = fs::exists(start.place.At("home/tarnwick"));
+            std::size_t whole = 0;
+            for (const auto& [name, text] : exists ? start.place.Own() : Files()) {
+                whole += text == start.expected[name] ? 1U : 0U;
+                EXPECT_TRUE(text == start.expected[name] || (!first && text == start.old[name])) << n << ", " << name;
+            }
+            done = std::max(done, whole < start.expected.size() ? whole : 0);
+            static_cast<void>(start.place.Start());
+            EXPECT_EQ(start.place.Own(), start.expected) << n;
+            EXPECT_EQ(start.place.Start(), "");
         }
-        cut += done > 0 && done <= devices ? 1U : 0U;
-        EXPECT_EQ(place.Start(), "");
-        EXPECT_EQ(place.Own(), newer);
+        EXPECT_GT(done, 0U) << "never between two files";
     }
-    EXPECT_GT(cut, 2U) << "hardly ever in the middle";
 }
 
 TEST(ProgramFolder, LeavesTheFolderOfACopiedProgramAlone) {

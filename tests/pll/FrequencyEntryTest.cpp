@@ -95,6 +95,14 @@ TEST(FrequencyEntry, TheNBoxOfAFractionalLoopIsWrittenOnlyIfItWasChanged) {
     EXPECT_EQ(t.Counters(), "1000/100/3/4");
 }
 
+TEST(FrequencyEntry, WhatWasWrittenIsNotRefusedWhereItCannotBeReadBack) {
+    TestLoop t(4);
+    t.Loop().Denominator("nobody");
+    const EntryResult result = Enter(t.part, 0, EntryBox::FractNum, "3", true);
+    EXPECT_TRUE(result.written && !result.Refused()) << result.refusal;
+    EXPECT_EQ(t.Field("NUM").Value(), 3);
+}
+
 TEST(FrequencyEntry, GuardsOfTheBoxes) {
     using enum EntryBox;
     // The box, the device and its denominator, the loop; what becomes of an entry and so of the Enter key.

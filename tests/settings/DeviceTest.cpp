@@ -65,16 +65,20 @@ N00=N
 R00=R
 OSCIN00=13
 [MODES]
-COUNT=2
+COUNT=3
 MODE00=Receive
 NAME0000=A
-VALUE0000=9
+VALUE0000=8.6
 NAME0001=B
 VALUE0001=549755813887
 OSCIN0000=26
 PINS00=32
 MODE01=Broken
 NAME0100=C
+MODE02=Beyond a double in hertz
+NAME0200=A
+NAME0201=B
+OSCIN0200=1E+308
 )";
 
 struct Device {
@@ -112,7 +116,7 @@ TEST(DeviceSetup, BuildsTheDeviceAndSendsNothing) {
     for (const Problem& problem : device.part.FileProblems().All()) {
         faults += problem.severity == Severity::Error ? ' ' + problem.key : "";
     }
-    EXPECT_EQ(faults, " NAME01 MODE01 NAME0100");
+    EXPECT_EQ(faults, " NAME01 MODE01 NAME0100 OSCIN0200");
     EXPECT_EQ(device.part.DataPosition(), 8);
     EXPECT_TRUE(device.port.Writes().empty());
     for (cRegister& each : device.part.Registers()) {
@@ -124,6 +128,10 @@ TEST(DeviceSetup, BuildsTheDeviceAndSendsNothing) {
     EXPECT_EQ(device.part.RegisterLength(), 24);
     ASSERT_EQ(device.part.FileProblems().Count(), 1);
     EXPECT_NE(device.part.FileProblems().All().front().text.find("can't be read"), std::string::npos);
+    std::string error;
+    EXPECT_EQ(AddMode(device.part, device.folder.Path(""), "x", {}, error), -1);
+    EXPECT_EQ(SaveDeviceSettings(device.part, device.folder.Path(""), {}), "");
+    EXPECT_FALSE(fs::exists(missing)) << "a mistyped name makes no file";
 }
 
 TEST(DeviceSetup, ShippedDevicesOpenWithoutProblems) {
@@ -148,8 +156,8 @@ TEST(Modes, RestoreIsWholeOrNothing) {
     RestoreMode(device.part, device.folder.Path(""), 0);
     EXPECT_EQ(device.State(), "9 549755813887.000000 26.000000 32 1");
     const std::string before = device.State();
-    for (const int index : {1, 2, -1, 99}) {
-        EXPECT_THROW(RestoreMode(device.part, device.folder.Path(""), index), LookupError) << index;
+    for (const int index : {1, 2, 3, -1, 99}) {
+        EXPECT_THROW(RestoreMode(device.part, device.folder.Path(""), index), UserError) << index;
         EXPECT_EQ(device.State(), before) << index;
     }
     EXPECT_TRUE(device.port.Writes().empty()) << "restoring loads nothing";
@@ -160,12 +168,12 @@ TEST(Modes, AddedModeComesBack) {
     device.part.Registers().At("B").Value(1099511627775.0);   // 2^40 - 1: all bits, more than 15 digits with fractions.
     device.part.OutputPinValue(0x20);
     std::string error;
-    EXPECT_EQ(AddMode(device.part, device.folder.Path(""), "Full", {"19.2"}, error), 2);
+    EXPECT_EQ(AddMode(device.part, device.folder.Path(""), "Full", {"19.2"}, error), 3);
     EXPECT_EQ(error, "");
     device.Select();
-    RestoreMode(device.part, device.folder.Path(""), 2);
+    RestoreMode(device.part, device.folder.Path(""), 3);
     EXPECT_EQ(device.State(), "5 1099511627775.000000 19.200000 32 1");
-    EXPECT_NE(Contents(device.path).find("MODE02=Full"), std::string::npos);
+    EXPECT_NE(Contents(device.path).find("MODE03=Full"), std::string::npos);
     EXPECT_EQ(Contents(device.path).find(std::string(kPart).substr(0, 60)), 0U) << "what was there stays";
 }
 
@@ -196,6 +204,27 @@ TEST(DeviceSettings, DeviceComesBackAsItWasLeft) {
          {"; A device for these tests.\n", "; The lines of this board.\nDATA=8\n", "VALUE01=77\n", "MODE01=Broken\n"}) {
         EXPECT_NE(text.find(kept), std::string::npos) << kept;
     }
+}
+
+TEST(DeviceSettings, WhatCouldNotBeReadStaysUntilItIsChanged) {
+    Device device;
+    const std::string unread =
+        "[SETUP]\nADDRESS=0x378\nCLOCK=1\nDATA=2\nLE=4\n[PINS]\nCOUNT=1\nLOCATION00=12\nENABLED00=yes\n"
+        "[REGISTERS]\nCOUNT=2\nVALUE00=0x4B0001\nVALUE01=x\n[PLLS]\nCOUNT=2\nOSCIN00=1E+308\nOSCIN01=13\n";
+    device.folder.File("DEV.ini", unread);
+    device.Select();
+    EXPECT_EQ(SaveDeviceSettings(device.part, device.folder.Path(""), {"abc", "1E+308"}), "");
+    EXPECT_EQ(Contents(device.path), unread);
+    device.part.PortAddress(0x278);
+    device.part.Registers().At(2).Value(7);
+    device.part.PrgmPins().At(1).Enabled(true);
+    EXPECT_EQ(SaveDeviceSettings(device.part, device.folder.Path(""), {"26", "abc"}), "");
+    std::string changed = unread;
+    for (const auto& [before, after] :
+         {std::pair("0x378", "632"), {"01=x", "01=7"}, {"yes", "True"}, {"1E+308", "26"}}) {
+        changed.replace(changed.find(before), std::string(before).size(), after);
+    }
+    EXPECT_EQ(Contents(device.path), changed);
 }
 
 TEST(DeviceSettings, FailedSaveNamesFileAndReasonAndKeepsIt) {

@@ -1,17 +1,11 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <map>
-#include <random>
 #include <set>
 #include <sstream>
-#include <thread>
 
 #include "../platform/FailingCalls.h"
 #include "burst/SetupFile.h"
@@ -23,7 +17,7 @@
 #include "settings/SettingsFile.h"
 #include "support/TempFolder.h"
 
-// Every file that the program writes, on a disk that fails and in a process that is killed.
+// Every file that the program writes, on a disk that fails and in a process that is killed, at each file call in turn.
 
 namespace {
 
@@ -194,61 +188,21 @@ TEST(SaveFaults, AFileReplacedDuringTheSaveIsLeftAlone) {
     }
 }
 
-/// Saves two states in turn, each to all files.
-void SaveTurn(Bench& bench, int turn) {
-    bench.part.Registers().At("MAIN").Value(turn % 2 == 0 ? 80001 : 1234);
-    EXPECT_EQ(SaveDeviceSettings(bench.part, bench.AppPath(), kReferences), "");
-    EXPECT_EQ(SaveBurstCommands(bench.part, bench.folder.Path("bench.mac")), "");
-    EXPECT_EQ(SettingsFile(bench.AppPath()).SaveRecentParts({turn % 2 == 0 ? "even" : "odd", "a"}), "");
-}
-
-TEST(SaveFaults, AKillLeavesOneStateOfEachFileWhole) {
-    Bench bench;
-    std::map<std::string, std::set<std::string>> states;
-    std::map<std::string, std::set<std::string>> seen;
-    for (int turn : {0, 1}) {
-        SaveTurn(bench, turn);
-        for (const Save& save : kSaves) {
-            states[save.file].insert(Contents(bench.folder.Path(save.file)));
-        }
-    }
-    std::mt19937 random(5);
-    for (int round = 0; round < 100; ++round) {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            for (int turn = 0;; ++turn) {
-                SaveTurn(bench, turn);
-            }
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds(500 + random() % 5000));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        for (const auto& [file, both] : states) {
-            ASSERT_EQ(both.size(), 2U) << file;
-            seen[file].insert(Contents(bench.folder.Path(file)));
-        }
-        EXPECT_LE(bench.Files(), 9U) << "files pile up";
-    }
-    EXPECT_EQ(seen, states) << "one of the two states each time, and both of them";
-}
-
-// A mode is several keys: a kill leaves all of it or nothing.
-TEST(SaveFaults, AKillLeavesNoHalfMode) {
-    for (int round = 0; round < 20; ++round) {
+TEST(SaveFaults, AKillBeforeAnyCallLeavesTheOldOrTheNewFileWhole) {
+    for (const Save& save : kSaves) {
         Bench bench;
-        const pid_t child = ::fork();
-        if (child == 0) {
-            for (std::string error;;) {
-                AddMode(bench.part, bench.AppPath(), "Another", kReferences, error);
-            }
+        const std::string path = bench.folder.Path(save.file);
+        const std::string before = Contents(path);
+        std::set<std::string> seen;
+        for (int n = 0; KilledInCall(n, [&] { save.run(bench); }); ++n) {
+            seen.insert(Contents(path));
+            EXPECT_LE(bench.Files(), 5U) << "the new file and the second name of the old one: " << save.name;
+            bench.folder.File(save.file, before);
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(500 + 300 * round));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        cPart read;
-        std::string name = "QRV1150";
-        SetupPartForm(read, bench.AppPath(), name, true);
-        EXPECT_EQ(read.FileProblems().Count(Severity::Warning), 0) << read.FileProblems().All().front().Message();
+        // The last one came to its end.
+        EXPECT_EQ(seen, (std::set{before, Contents(path)})) << save.name;
+        EXPECT_NE(Contents(path), before) << save.name;
+        EXPECT_EQ(bench.Files(), 3U) << "what a kill left stays: " << save.name;
     }
 }
 

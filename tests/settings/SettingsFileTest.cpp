@@ -89,7 +89,7 @@ TEST(SettingsFile, WritesTheRecentListAndNothingElse) {
         folder.File("tarnwick.ini", "; kept\n\n[RECENTPARTS]\nCOUNT=2 \nITEM00=a\n; inside\nITEM01=b\n[PORT]\n");
     const SettingsFile file(folder.Path(""));
     EXPECT_EQ(file.SaveRecentParts({"new", "a", "b", "...."}), "");
-    EXPECT_EQ(Contents(path), "; kept\n\n[RECENTPARTS]\nCOUNT=2 \nITEM00=new\r\n; inside\nITEM01=a\r\n[PORT]\n");
+    EXPECT_EQ(Contents(path), "; kept\n\n[RECENTPARTS]\nCOUNT=2 \nITEM00=new\n; inside\nITEM01=a\n[PORT]\n");
 }
 
 TEST(RecentParts, MovesAPickedDeviceToTheTop) {

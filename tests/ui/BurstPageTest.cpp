@@ -179,27 +179,33 @@ TEST_F(BurstTab, SavesAndLoadsThroughTheDialog) {
     Open();
     Load(1);
     const QString file = QString::fromStdString(folder.Path("set-up.mac"));
-    const auto choose = [&](const char* title) {
+    const auto choose = [&](const char* title, const QString& typed) {
         Answer<QFileDialog>([=](QFileDialog& box) {
             EXPECT_EQ(box.windowTitle(), QString::fromLatin1(title));
             EXPECT_EQ(box.nameFilters().size(), 3);
             EXPECT_TRUE(box.selectedNameFilter().contains("*.mac")) << box.selectedNameFilter().toStdString();
-            box.selectFile(file);
-            box.findChild<QLineEdit*>()->setText(file);
+            box.findChild<QLineEdit*>()->setText(typed);
             QMetaObject::invokeMethod(&box, "accept");
         });
     };
-    choose("Save BurstCommands");
+    choose("Save BurstCommands", file.chopped(4));
     Click("cmdSave");
     ASSERT_TRUE(std::filesystem::exists(file.toStdString()));
+    choose("Save BurstCommands", file.chopped(4));
+    Answer<QMessageBox>([this](QMessageBox& box) {
+        EXPECT_TRUE(box.text().contains("set-up.mac")) << "asks about the name with its ending";
+        Answer<QFileDialog>([](QFileDialog& still) { still.reject(); });
+        box.button(QMessageBox::No)->click();
+    });
+    Click("cmdSave");
     Register("B").Value(7);
-    choose("Restore Part Setup");
+    choose("Restore Part Setup", file);
     Choose("mnuRestore");
     EXPECT_EQ(part.BurstCmds().Count(), 2) << "added behind those of the list";
     EXPECT_EQ(Register("B").Value(), 2);
 
     OpenPart("TWO", kTwoRegisters);
-    choose("Load BurstCommands");
+    choose("Load BurstCommands", file);
     AnswerMessageBox(
         "This BurstCommand File was built for the ONE. Select the correct device before loading this file.");
     Click("cmdLoad");

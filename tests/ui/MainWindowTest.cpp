@@ -4,6 +4,7 @@
 #include <QScreen>
 
 #include "burst/cBurst.h"
+#include "settings/Modes.h"
 #include "support/TextTable.h"
 #include "ui/Documents.h"
 #include "ui/WindowFixture.h"
@@ -107,9 +108,14 @@ TEST_F(MainWindow, ModesAreAddedAndRestored) {
         Choose("mnuAddMode");
     };
     name("Low & slow");
+    std::string error;
+    AddMode(part, folder.Path(""), "Another program's", {}, error);
     Register("A").Value(3);
     name("Fast");
     EXPECT_EQ(Captions("mnuMode", 2), "Low && slow Fast");
+    Register("A").Value(4);
+    Choose("mnuMode(1)");
+    EXPECT_EQ(Register("A").Value(), 3);
     Answer<QInputDialog>([](QInputDialog& box) { box.reject(); });
     Choose("mnuAddMode");
     EXPECT_EQ(Window().findChild<QAction*>("mnuMode(2)"), nullptr);
@@ -120,7 +126,7 @@ TEST_F(MainWindow, ModesAreAddedAndRestored) {
     EXPECT_TRUE(port.Writes().empty()) << "a mode is restored, not loaded";
     EXPECT_EQ(Text("txtRegBits(0)").remove(' '), "10100101");
     SelectDevice("ONE");
-    EXPECT_EQ(Captions("mnuMode", 2), "Low && slow Fast") << "read back from the part file";
+    EXPECT_EQ(Captions("mnuMode", 3), "Low && slow Another program's Fast") << "read back from the part file";
     OpenPart("TWO", kOneRegister);
     EXPECT_FALSE(Item("mnuMode(0)")->isVisible());
     EXPECT_EQ(Window().findChild<QAction*>("mnuMode(1)"), nullptr);
@@ -155,8 +161,7 @@ TEST_F(MainWindow, AutoReloadRunsByItsMark) {
     EXPECT_TRUE(timer->isActive());
     timer->setInterval(1);
     port.Clear();
-    QTest::qWait(20);
-    EXPECT_GE(port.Words().size(), 2U * 8 + 3) << "each tick loads all";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return port.Words().size() >= 2U * 8 + 3; }, kPatience)) << "each tick loads";
     Choose("mnuAutoReload");
     EXPECT_FALSE(timer->isActive());
     part.Updating(true);

@@ -286,11 +286,11 @@ TEST_F(PLLPageTest, OnlyTheUsersOwnMovesLeaveABox) {
         auto* bar = Child<QTabBar>("qt_tabwidget_tabbar");
         QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(1).center());
     };
-    const auto goToAnotherWindow = [&] {
+    const auto goToAnotherWindow = [] {
         QWidget other;
         other.show();
         other.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&other, kPatience));
     };
     const auto readMessage = [&] {
         AnswerMessageBox("stop");
