@@ -44,7 +44,15 @@ cPrgmPin& Application::Pin(const std::string& name) const {
     return part_.PrgmPins().At(name);
 }
 
-void Application::ShowAndLoad() {
+/// Writes, shows and loads. What a write that fails has done by then shows too, but isn't loaded.
+template <class Write>
+void Application::Change(Write write) {
+    try {
+        write();
+    } catch (const UserError&) {
+        part_.UpdateDisplays();
+        throw;
+    }
     part_.UpdateDisplays();
     part_.LoadChanges();
 }
@@ -132,18 +140,15 @@ void Application::SetMode(std::int16_t index) {
 }
 
 void Application::SetPDFrequency(const std::string& sPLL, double dFreq) {
-    PLL(sPLL).PDFrequency(dFreq);
-    ShowAndLoad();
+    Change([&] { PLL(sPLL).PDFrequency(dFreq); });
 }
 
 void Application::SetPrgmBits(const std::string& sPrgmBits, double iValue) {
-    Field(sPrgmBits).BitValue(iValue);
-    ShowAndLoad();
+    Change([&] { Field(sPrgmBits).BitValue(iValue); });
 }
 
 void Application::SetPrgmBitValue(const std::string& sPrgmBits, double iValue) {
-    Field(sPrgmBits).Value(iValue);
-    ShowAndLoad();
+    Change([&] { Field(sPrgmBits).Value(iValue); });
 }
 
 void Application::SetPrgmPins(const std::string& sPrgmPins, bool bValue, bool bUpdate) {
@@ -155,17 +160,15 @@ void Application::SetPrgmPins(const std::string& sPrgmPins, bool bValue, bool bU
 }
 
 void Application::SetVCOFrequency(const std::string& sPLL, double dFreq) {
-    PLL(sPLL).VCOFrequency(dFreq);
-    ShowAndLoad();
+    Change([&] { PLL(sPLL).VCOFrequency(dFreq); });
 }
 
 void Application::SetOSCinFrequency(const std::string& sPLL, double dFreq) {
-    PLL(sPLL).XtalFrequency(dFreq);
-    ShowAndLoad();
+    Change([&] { PLL(sPLL).XtalFrequency(dFreq); });
 }
 
 void Application::ShowTarnwick() {
-    window_.ShowWindow();
+    window_.RestoreWindow();
 }
 
 bool Application::GetAutoReload() const {

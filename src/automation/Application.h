@@ -56,7 +56,8 @@ private:
     [[nodiscard]] cPLL& PLL(const std::string& name) const;
     [[nodiscard]] cPrgmBits& Field(const std::string& name) const;
     [[nodiscard]] cPrgmPin& Pin(const std::string& name) const;
-    void ShowAndLoad();
+    template <class Write>
+    void Change(Write write);
 
     cPart& part_;
     ProgramWindow& window_;

@@ -12,7 +12,6 @@ QDBusObjectPath Factory::CreateApplication() {
     const QString client = client_;
     window_.ShowWindow();
     window_.HeldByClient(true);
-    held_ = true;
     const bool first = ++clients_[client] == 1;
     const int number = ++lastNumber_;
     const auto release = [this, number] { ReleaseWhere([number](int one, const Served&) { return one == number; }); };
@@ -62,14 +61,13 @@ void Factory::ReleaseWhere(const std::function<bool(int, const Served&)>& ends) 
     for (const QString& client : gone) {
         emit ClientWent(client);
     }
-    held_ = false;
     window_.HeldByClient(false);
     emit StatusChanged();
     window_.UnloadWindow();
 }
 
 QString Factory::Status() const {
-    if (!held_) {
+    if (clients_.isEmpty()) {
         return tr("Automation ready");
     }
     return clients_.size() == 1 ? tr("Held by 1 client") : tr("Held by %1 clients").arg(clients_.size());

@@ -60,7 +60,6 @@ private:
     std::map<int, std::shared_ptr<Served>> served_;
     QHash<QString, int> clients_;   ///< How many objects each client has.
     int lastNumber_ = 0;            // Numbers aren't used again.
-    bool held_ = false;
 };
 
 Interface FactoryInterface();

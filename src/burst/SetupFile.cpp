@@ -1,7 +1,6 @@
 #include "burst/SetupFile.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 #include "burst/cBurst.h"
@@ -51,9 +50,21 @@ void WriteCommand(const cBurst& command, const std::string& number, ProfileTrans
     }
 }
 
-std::optional<std::string> AskForFile(Dialogs& dialogs, const std::string& title, bool save) {
-    return dialogs.FileDialog(
-        {save, title, "All Files (*.*)|*.*|Text Files (*.txt)|*.txt|BurstCommand Files (*.mac)|*.mac", 3, "mac"});
+/// Asks for a file and uses it. A burst may have begun meanwhile.
+void AskForFile(cPart& part, Dialogs& dialogs, const std::string& title, bool save, Dialogs::Answered use) {
+    if (part.BurstRunning()) {
+        return;
+    }
+    dialogs.FileDialog(
+        {save, title, "All Files (*.*)|*.*|Text Files (*.txt)|*.txt|BurstCommand Files (*.mac)|*.mac", 3, "mac"},
+        [&part, &dialogs, title, use = std::move(use)](const std::string& file) {
+            if (part.BurstRunning()) {
+                dialogs.MessageBox("The burst list is being played: stop it first. Nothing was done.", title,
+                                   MessageIcon::Exclamation);
+            } else {
+                use(file);
+            }
+        });
 }
 
 }   // namespace
@@ -86,27 +97,17 @@ std::string SaveBurstCommands(cPart& part, const std::string& file) {
 }
 
 void SaveWithDialog(cPart& part, Dialogs& dialogs, const std::string& title) {
-    if (part.BurstRunning()) {
-        return;
-    }
-    const auto file = AskForFile(dialogs, title, true);
-    if (!file) {
-        return;
-    }
-    if (const std::string error = SaveBurstCommands(part, *file); !error.empty()) {
-        dialogs.MessageBox(error, title, MessageIcon::Exclamation);
-    }
+    AskForFile(part, dialogs, title, true, [&part, &dialogs, title](const std::string& file) {
+        if (const std::string error = SaveBurstCommands(part, file); !error.empty()) {
+            dialogs.MessageBox(error, title, MessageIcon::Exclamation);
+        }
+    });
 }
 
 void LoadWithDialog(cPart& part, Dialogs& dialogs, const std::string& title) {
-    if (part.BurstRunning()) {
-        return;
-    }
-    const auto file = AskForFile(dialogs, title, false);
-    if (!file) {
-        return;
-    }
-    if (const std::string message = LoadBurstCommands(part, *file).Message(); !message.empty()) {
-        dialogs.MessageBox(message, title, MessageIcon::None);
-    }
+    AskForFile(part, dialogs, title, false, [&part, &dialogs, title](const std::string& file) {
+        if (const std::string message = LoadBurstCommands(part, file).Message(); !message.empty()) {
+            dialogs.MessageBox(message, title, MessageIcon::None);
+        }
+    });
 }

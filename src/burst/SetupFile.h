@@ -28,6 +28,6 @@ std::string SaveBurstCommands(cPart& part, const std::string& file);
 SetupReport LoadBurstCommands(cPart& part, const std::string& file);
 
 /// The menu and button commands: ask for the file in a dialog of that title, do it, and tell what went wrong. Nothing
-/// happens during a burst run.
+/// happens during a burst run. Device and dialogs must outlive the question.
 void SaveWithDialog(cPart& part, Dialogs& dialogs, const std::string& title);
 void LoadWithDialog(cPart& part, Dialogs& dialogs, const std::string& title);

@@ -167,6 +167,7 @@ void cPart::UpdateDisplays() {
 }
 
 void cPart::ClearPLL() {
+    ++deviceNumber_;
     display_->ClearForm();
     display_->RemovePLLPages();
     lines_ = 0;

@@ -61,9 +61,15 @@ public:
 
     /// Device name as selected; empty when no device is loaded.
     [[nodiscard]] const std::string& ID() const noexcept { return id_; }
-    void ID(std::string name) { id_ = std::move(name); }
+    void ID(std::string name) {
+        id_ = std::move(name);
+        ++deviceNumber_;   // Its part file is another one.
+    }
     [[nodiscard]] const std::string& InitFile() const noexcept { return initFile_; }   ///< Stored only.
     void InitFile(std::string file) { initFile_ = std::move(file); }
+
+    /// Another number means another device. Who comes back behind something that lets events happen looks at it.
+    [[nodiscard]] std::uint64_t DeviceNumber() const noexcept { return deviceNumber_; }
 
     // Wiring and framing of the serial load.
     [[nodiscard]] std::int16_t PortAddress() const noexcept { return portAddress_; }   ///< Base I/O address.
@@ -202,6 +208,7 @@ private:
     Collection<cBurst> macroCmds_{"macro command"};
     Problems problems_;
     FileItems items_;
+    std::uint64_t deviceNumber_ = 0;
     std::string id_;
     std::string initFile_;
     Waveform waveform_;

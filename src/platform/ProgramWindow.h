@@ -10,7 +10,8 @@ public:
     ProgramWindow& operator=(const ProgramWindow&) = delete;
     virtual ~ProgramWindow() = default;
 
-    virtual void ShowWindow() = 0;
+    virtual void ShowWindow() = 0;      ///< As large or small as it is, minimised too.
+    virtual void RestoreWindow() = 0;   ///< Shows it in front; a minimised one becomes what it was before.
     virtual void MaximizeWindow() = 0;
     virtual void MinimizeWindow() = 0;
 

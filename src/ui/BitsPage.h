@@ -46,7 +46,7 @@ private:
         std::string name;
         bool used = false;               ///< Stands for something; member 0 may not.
         bool failed = false;             ///< The field can't be read: its controls are disabled and say why.
-        std::optional<double> refused;   ///< The index that the list refused last.
+        std::optional<double> refused;   ///< The index that the list refused last, before the user's eyes.
     };
 
     /// Where a new control goes, and whether it may take member 0 of its array.

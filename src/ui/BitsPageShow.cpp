@@ -58,7 +58,6 @@ void BitsPage::ShowBits() {
     ForEach(Kind::Counter, [&](int index) { ShowCounter(index); });
     int refused = 0;
     ForEach(Kind::List, [&](int index) { refused += ShowList(index) ? 1 : 0; });
-    // Only now: while a message waits for its answer, anything may happen to the controls.
     for (; refused > 0; --refused) {
         host_.Asking().MessageBox("Unable to set ListIndex", "", MessageIcon::None);
     }
@@ -148,7 +147,7 @@ void BitsPage::ShowCounter(int index) {
     keepEdited_ ? box->Freshen(Qt8(text)) : box->ShowText(Qt8(text));
 }
 
-/// True if the list refuses an index that it didn't refuse at the last refresh already.
+/// True if the list refuses an index and the user hasn't been told yet: a refresh that nobody sees doesn't count.
 bool BitsPage::ShowList(int index) {
     double bits = -1;   // No entry, as with a constant.
     Try(Kind::List, index, [&] { bits = Field(Kind::List, index).BitValue(); });
@@ -164,5 +163,5 @@ bool BitsPage::ShowList(int index) {
     host_.Note(tr("List '%1': the bits hold %2, but its entries are 0 to %3")
                    .arg(Qt8(member.name), Qt8(GeneralText(bits)))
                    .arg(list->count() - 1));
-    return std::exchange(member.refused, bits) != bits;
+    return host_.Asking().Attended() && std::exchange(member.refused, bits) != bits;
 }

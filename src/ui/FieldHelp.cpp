@@ -19,9 +19,8 @@ bool FieldHelp::eventFilter(QObject* watched, QEvent* event) {
         toolTip_();
     }
     if (rightButton || menuKey) {
-        const auto help = help_;   // The message is modal: this filter may be gone when it returns.
         event->accept();
-        help();
+        help_();
         return true;
     }
     return event->type() == QEvent::ContextMenu || QObject::eventFilter(watched, event);

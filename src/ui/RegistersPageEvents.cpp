@@ -121,7 +121,7 @@ void RegistersPage::ReadBack(int index) {
     const BitRow bits(device.RegisterLength(), 0, BitRow::Order::HighFirst);
     host_.Asking().MessageBox("Register = " + std::to_string(number) + " = " + bits.Digits(bits.Text(number)), {},
                               MessageIcon::None);
-    RowAt(index).load->setDown(false);   // The message has taken the button's release.
+    RowAt(index).load->setDown(false);   // The message takes the button's release.
 }
 
 void RegistersPage::cmdLoadReg_Click(int index) {

@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QMessageBox>
 #include <QScopedValueRollback>
 #include <QScreen>
 #include <QTabBar>
@@ -35,7 +34,7 @@ frmPart::frmPart(cPart& part, Port& port, const std::string& appPath)
       port_(port),
       appPath_(appPath),
       settings_(appPath),
-      dialogs_(*this),
+      dialogs_(*this, *this),
       tmrAutoReload_(*this, QStringLiteral("tmrAutoReload")),
       menu_(*menuBar()),
       status_(new StatusStrip(this)),
@@ -227,29 +226,29 @@ void frmPart::Turn(int index) {
 }
 
 void frmPart::closeEvent(QCloseEvent* event) {
+    event->ignore();
     if (bOLEServer) {
-        event->ignore();
         return;
     }
     if (part_.BurstRunning()) {
         part_.StopBurstCommands();
-        event->ignore();
         return;
     }
-    if (!MayClose()) {
-        event->ignore();
+    if (AsksBeforeClosing()) {
         return;
     }
+    dialogs_.CloseAll();
     part_.ClearPLL();
     event->accept();
 }
 
 /// What couldn't be saved is gone with the window, so the user is asked. A client that has ended can't be.
-bool frmPart::MayClose() {
+bool frmPart::AsksBeforeClosing() {
     const std::string error = unloading_ || part_.ID().empty() ? std::string() : SaveDevice();
-    const auto buttons = QMessageBox::Close | QMessageBox::Cancel;
-    return error.empty() || QMessageBox::warning(this, windowTitle(), tr("%1\n\nClose all the same?").arg(Qt8(error)),
-                                                 buttons, QMessageBox::Cancel) == QMessageBox::Close;
+    if (!error.empty()) {
+        dialogs_.AskToClose(error, [this] { UnloadWindow(); });
+    }
+    return !error.empty();
 }
 
 void frmPart::UnloadWindow() {

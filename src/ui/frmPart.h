@@ -24,21 +24,6 @@ class PortPage;
 class RegistersPage;
 class frmAboutBox;
 
-/// Stands in for the dialogs while nobody is there to answer: messages become a line of the status bar, questions are
-/// cancelled.
-class NoteDialogs final : public Dialogs {
-public:
-    explicit NoteDialogs(PageHost& host) : host_(host) {}
-    void MessageBox(const std::string& text, const std::string& title, MessageIcon icon) override;
-    std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
-                                        const std::string& defaultText) override;
-    std::optional<std::string> FileDialog(const FileRequest& request) override;
-    void OpenWebPage(const std::string& /*address*/) override {}
-
-private:
-    PageHost& host_;
-};
-
 /// The program's one window. It shows the device object's state, answers the user, and keeps the device menus, the
 /// recent list and the check marks of the options.
 class frmPart : public QMainWindow, public DeviceDisplay, public PageHost, public ProgramWindow {
@@ -70,7 +55,7 @@ public:
 
     // PageHost
     [[nodiscard]] cPart& Device() override { return part_; }
-    [[nodiscard]] Dialogs& Asking() override;
+    [[nodiscard]] Dialogs& Asking() override { return dialogs_; }
     [[nodiscard]] bool AutoReloadChange() const override;
     [[nodiscard]] PrescalerChoice PrescalerCheck() const override;
     void Note(const QString& text) override;
@@ -79,7 +64,8 @@ public:
     void SelectPage(int index) override;
 
     // ProgramWindow
-    void ShowWindow() override;
+    void ShowWindow() override { show(); }
+    void RestoreWindow() override;
     void MaximizeWindow() override { showMaximized(); }
     void MinimizeWindow() override { showMinimized(); }
     void UnloadWindow() override;
@@ -93,7 +79,7 @@ public:
     [[nodiscard]] const std::string& ProgramPath() const override { return appPath_; }
     void Tell(const std::string& text) override { Note(Qt8(text)); }
     void TellAutomation(const std::string& text) override { status_->ShowAutomation(Qt8(text)); }
-    void Unattended(bool unattended) override;
+    void Unattended(bool unattended) override { dialogs_.Unattended(unattended); }
 
     // DeviceDisplay
     void ShowPLLs() override;
@@ -138,6 +124,7 @@ private:
     void mnuRecent_Click(const std::string& device);
     void mnuMode_Click(int index);
     void mnuAddMode_Click();
+    void AddNewMode(const std::string& name);
     void mnuSave_Click();
     void mnuRestore_Click();
     void mnuAutoReload_Click();
@@ -156,7 +143,7 @@ private:
     };
     DevicePages& ForDevice();
     [[nodiscard]] std::string SaveDevice();
-    [[nodiscard]] bool MayClose();
+    [[nodiscard]] bool AsksBeforeClosing();
     [[nodiscard]] std::vector<std::string> ReferenceTexts() const;
     [[nodiscard]] PLLPage* CurrentPLLPage() const;
     void WhenIdle();
@@ -169,10 +156,8 @@ private:
     std::string appPath_;
     SettingsFile settings_;
     QtDialogs dialogs_;
-    NoteDialogs noted_{*this};
-    int unattended_ = 0;       ///< Calls of other programs that are running.
-    bool unloading_ = false;   ///< A client closes the window.
-    QtEventPump pump_;
+    bool unloading_ = false;   ///< The window closes without asking the user.
+    QtEventPump pump_{dialogs_};
     QtTimer tmrAutoReload_;
     MainMenu menu_;
     StatusStrip* status_;

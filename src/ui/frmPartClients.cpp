@@ -2,35 +2,9 @@
 
 // What other programs do with the window.
 
-void NoteDialogs::MessageBox(const std::string& text, const std::string& /*title*/, MessageIcon /*icon*/) {
-    host_.Note(Qt8(text));
-}
-
-std::optional<std::string> NoteDialogs::InputBox(const std::string& /*prompt*/, const std::string& /*title*/,
-                                                 const std::string& /*defaultText*/) {
-    return std::nullopt;
-}
-
-std::optional<std::string> NoteDialogs::FileDialog(const FileRequest& /*request*/) {
-    return std::nullopt;
-}
-
-Dialogs& frmPart::Asking() {
-    if (unattended_ > 0) {
-        return noted_;
-    }
-    return dialogs_;
-}
-
-/// Calls can nest: while one plays a burst others are served.
-void frmPart::Unattended(bool unattended) {
-    unattended_ += unattended ? 1 : -1;
-}
-
-void frmPart::ShowWindow() {
-    if (isMinimized()) {
-        showNormal();
-    }
+/// In front, and no longer minimised: as it was before, maximised or not.
+void frmPart::RestoreWindow() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
 }

@@ -114,14 +114,18 @@ void frmPart::mnuAddMode_Click() {
         Note(tr("Select a device first: a mode belongs to one."));
         return;
     }
-    const auto name = dialogs_.InputBox("Enter Name of Mode for pulldown menu item", "Menu Name", "Recieve Mode");
-    if (!name || name->empty()) {
+    dialogs_.InputBox("Enter Name of Mode for pulldown menu item", "Menu Name", "Recieve Mode",
+                      [this](const std::string& name) { AddNewMode(name); });
+}
+
+void frmPart::AddNewMode(const std::string& name) {
+    if (name.empty()) {
         return;
     }
     std::string error;
-    const int number = ::AddMode(part_, appPath_, *name, ReferenceTexts(), error);
+    const int number = ::AddMode(part_, appPath_, name, ReferenceTexts(), error);
     if (error.empty()) {
-        menu_.AddMode(number, *name);
+        menu_.AddMode(number, name);
     } else {
         dialogs_.MessageBox(error, "", MessageIcon::Exclamation);
     }

@@ -1,9 +1,11 @@
+#include <QCheckBox>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 
 #include "automation/Automation.h"
 #include "burst/SetupFile.h"
@@ -197,7 +199,7 @@ TEST_P(MembersTest, DoTheSameAsByHand) {
         {"SelectTab", {"Nowhere"}, [&] { Page(0); }},
         {"Maximize", {}, [&] { Window().showMaximized(); }},
         {"Minimize", {}, [&] { Window().showMinimized(); }},
-        {"ShowTarnwick", {}, [&] { Window().showNormal(); }}};
+        {"ShowTarnwick", {}, [&] { Window().showMaximized(); }}};
     for (const auto& [member, arguments, byHand] : steps) {
         SCOPED_TRACE(member);
         if (member == "SetMode") {
@@ -239,8 +241,10 @@ TEST(AutomationTest, TheWindowIsHeldUntilTheFirstObjectEnds) {
     Client two("two");
     one.Create();
     EXPECT_EQ(served.Status(), "Held by 1 client");
+    served.window.showMinimized();
     two.Create();
     two.Create();
+    EXPECT_TRUE(served.window.isMinimized()) << "a client that comes leaves the window as it is";
     EXPECT_EQ(served.Status(), "Held by 2 clients");
     EXPECT_FALSE(served.window.close()) << "the user closed a held window";
     EXPECT_TRUE(served.window.isVisible());
@@ -253,9 +257,13 @@ TEST(AutomationTest, TheWindowIsHeldUntilTheFirstObjectEnds) {
     EXPECT_EQ(Client::Finish(run).type(), QDBusMessage::ReplyMessage);
     EXPECT_FALSE(served.part.BurstRunning());
     EXPECT_TRUE(served.window.isVisible());
-    EXPECT_EQ(served.Status(), "Automation ready") << "nobody holds the window any longer";
+    EXPECT_EQ(served.Status(), "Held by 1 client");
+    served.window.Asking().MessageBox("still open", "", MessageIcon::None);
     EXPECT_TRUE(served.window.close());
     EXPECT_FALSE(served.window.isVisible());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "the message outlives the window";
+    one.Release();
+    EXPECT_EQ(served.Status(), "Automation ready");
 }
 
 TEST(AutomationTest, SaysInTheStatusBarWhyItIsOff) {
@@ -284,6 +292,46 @@ TEST(AutomationTest, NoMessageWaitsForAClick) {
     EXPECT_EQ(refused.errorName(), "com.ostrel.Tarnwick2x.Error.Refused");
     EXPECT_EQ(refused.errorMessage(),
               "This BurstCommand File was built for the QRV6180. Select the correct device before loading this file.");
+}
+
+/// The text of the message that is open, which is closed.
+QString OpenMessage() {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    const QString text = box == nullptr ? QString() : box->text();
+    if (box != nullptr) {
+        box->accept();
+    }
+    return text;
+}
+
+TEST(AutomationTest, MessagesWaitUntilTheUserIsThereAndReachHimDuringAClientsRun) {
+    Served served;
+    Client client("client");
+    client.Create();
+    served.folder.File("LIST.ini",
+                       Lines("[SETUP]|REGISTER_LENGTH=8|[REGISTERS]|COUNT=1|NAME00=A|MASK00=0|VALUE00=6|"
+                             "[BITS]|COUNT=2|REG00=A|NAME00=L|TYPE00=List|POS00=1|LEN00=2|COUNT00=2|"
+                             "VAL0000=a|VAL0001=b|REG01=A|NAME01=ON|TYPE01=Bit|DISPLAY01=TRUE|POS01=0|LEN01=1|"));
+    client.Call("SelectPart", {"LIST"});
+    EXPECT_EQ(OpenMessage(), "") << "during a call";
+    served.part.UpdateBitDisplay();
+    EXPECT_EQ(OpenMessage(), "Unable to set ListIndex");
+    served.part.UpdateBitDisplay();
+    EXPECT_EQ(OpenMessage(), "") << "a second time";
+
+    served.part.AddBurstCommand("A", 0);
+    QString help;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, [&] {
+        if (served.part.BurstRunning()) {
+            QTest::mouseClick(served.window.findChild<QCheckBox*>("chkPrgmBit(0)"), Qt::RightButton);
+            help = OpenMessage();
+            served.part.StopBurstCommands();
+        }
+    });
+    user.start(0);
+    client.Call("RunBurstMode");
+    EXPECT_EQ(help, "No Description Available");
 }
 
 }   // namespace

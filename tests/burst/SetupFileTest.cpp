@@ -267,12 +267,13 @@ public:
     void MessageBox(const std::string& text, const std::string& title, MessageIcon /*icon*/) override {
         told.push_back(title + ": " + text);
     }
-    std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> FileDialog(const FileRequest& request) override {
+    [[nodiscard]] bool Attended() const override { return true; }
+    void InputBox(const std::string&, const std::string&, const std::string&, Answered) override {}
+    void FileDialog(const FileRequest& request, Answered use) override {
         asked.push_back(request);
-        return chosen;
+        if (chosen) {
+            use(*chosen);
+        }
     }
     void OpenWebPage(const std::string&) override {}
 

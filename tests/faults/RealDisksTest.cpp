@@ -131,6 +131,7 @@ private:
             });
         }
         save();
+        Settle();
         return heard;
     }
 

@@ -199,6 +199,7 @@ TEST_F(BitsPageTest, AnIndexThatAListRefusesIsReportedOnceAndTheOthersGoOn) {
             AnswerMessageBox("Unable to set ListIndex");
         }
         part.UpdateBitDisplay();
+        Settle();
         const bool fits = bits < 3;
         EXPECT_EQ(AnswersLeft(), 0U) << bits;
         EXPECT_EQ(Note().contains("GAIN"), !fits) << Note().toStdString();

@@ -2,8 +2,10 @@
 #include <QFileDialog>
 #include <QFontInfo>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTextBlock>
 
+#include "burst/SetupFile.h"
 #include "burst/cBurst.h"
 #include "ui/WindowFixture.h"
 
@@ -128,7 +130,14 @@ TEST_F(BurstTab, RunsOnceOrUntilStopped) {
     EXPECT_EQ(Text("cmdRun"), "Run");
     EXPECT_TRUE(Note().contains("1 passes, 18 port writes")) << Note().toStdString();
 
-    Click("cmdLoop");
+    const std::string file = folder.Path("set-up.mac");
+    SaveWithDialog(part, Window().Asking(), "Save");   // Is answered when the run has begun.
+    Answer<QFileDialog>([&](QFileDialog& box) {
+        box.findChild<QLineEdit*>()->setText(QString::fromStdString(file));
+        QMetaObject::invokeMethod(&box, "accept");
+    });
+    AnswerMessageBox("The burst list is being played: stop it first. Nothing was done.");
+    Child<QPushButton>("cmdLoop")->click();
     QTimer::singleShot(0, &Window(), [this] {
         EXPECT_EQ(Text("cmdRun"), "Stop");
         Click("cmdDelay");
@@ -141,7 +150,8 @@ TEST_F(BurstTab, RunsOnceOrUntilStopped) {
         EXPECT_EQ(part.BurstCmds().Count(), 1) << "no edit during a run";
         Click("cmdRun");
     });
-    Click("cmdRun");
+    Child<QPushButton>("cmdRun")->click();
+    EXPECT_FALSE(std::filesystem::exists(file));
     EXPECT_FALSE(part.BurstRunning());
     EXPECT_EQ(port.Words().size() % 9, 0U) << "always to the end of a pass";
 }

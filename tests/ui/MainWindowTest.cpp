@@ -127,7 +127,14 @@ TEST_F(MainWindow, ModesAreAddedAndRestored) {
     EXPECT_EQ(Text("txtRegBits(0)").remove(' '), "10100101");
     SelectDevice("ONE");
     EXPECT_EQ(Captions("mnuMode", 3), "Low && slow Another program's Fast") << "read back from the part file";
-    OpenPart("TWO", kOneRegister);
+    WritePart("TWO", kOneRegister);
+    Answer<QInputDialog>([this](QInputDialog& box) {   // Another program selects a device meanwhile.
+        std::string two = "TWO";
+        Window().SelectDevice(two);
+        box.accept();
+    });
+    Choose("mnuAddMode");
+    EXPECT_TRUE(Note().contains("Another device was selected")) << Note().toStdString();
     EXPECT_FALSE(Item("mnuMode(0)")->isVisible());
     EXPECT_EQ(Window().findChild<QAction*>("mnuMode(1)"), nullptr);
 }

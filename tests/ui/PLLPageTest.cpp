@@ -295,6 +295,7 @@ TEST_F(PLLPageTest, OnlyTheUsersOwnMovesLeaveABox) {
     const auto readMessage = [&] {
         AnswerMessageBox("stop");
         Window().Asking().MessageBox("stop", "", MessageIcon::None);
+        Settle();
     };
     const auto openMenu = [&] {
         QMenuBar* bar = Window().menuBar();

@@ -7,7 +7,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
-#include <QTimer>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -31,10 +30,8 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 /// Window(), so that a test can write tarnwick.ini and part files before.
 class WindowFixture : public testing::Test {
 protected:
-    WindowFixture() { WatchForDialogs(); }
-    ~WindowFixture() override { watching_.reset(); }
-
     void TearDown() override {
+        Settle();
         window_.reset();
         EXPECT_TRUE(answers_.empty()) << answers_.size() << " expected dialogs never came";
     }
@@ -119,9 +116,12 @@ protected:
         Settle();
     }
 
-    /// Lets the window handle all that waits: layouts, repaints, deletions. Without a desktop nobody gives the focus
-    /// back to the window after a dialog.
+    /// Lets the window handle all that waits: layouts, repaints, deletions, dialogs. Without a desktop nobody gives the
+    /// focus back to the window after a dialog.
     void Settle() {
+        while (QWidget* dialog = QApplication::activeModalWidget()) {
+            AnswerNext(*dialog);
+        }
         if (QApplication::activeWindow() == nullptr && window_ != nullptr) {
             window_->activateWindow();
         }
@@ -186,8 +186,8 @@ protected:
         return QApplication::focusWidget() == nullptr ? QString() : QApplication::focusWidget()->objectName();
     }
 
-    // Dialogs. The call that opens one returns only when it has been answered, so the answer is given beforehand.
-    // Answers are used up in order. A dialog that no answer waits for fails the test and is closed.
+    // Dialogs. Settling answers what is open, so the answer is given beforehand. Answers are used up in order. A dialog
+    // that no answer waits for fails the test and is closed.
 
     /// How the next dialog is answered: the callback works its controls and closes it.
     template <class Dialog>
@@ -235,17 +235,6 @@ private:
         }
     }
 
-    // The watch is set anew before a dialog is answered: the answer may itself open a dialog, or keep this one open.
-    void WatchForDialogs() {
-        constexpr int kPeriod = 5;
-        QTimer::singleShot(kPeriod, watching_.get(), [this] {
-            WatchForDialogs();
-            if (QWidget* dialog = QApplication::activeModalWidget()) {
-                AnswerNext(*dialog);
-            }
-        });
-    }
-
     void AnswerNext(QWidget& dialog) {
         if (answers_.empty()) {
             ADD_FAILURE() << "an unexpected dialog came: " << DialogText(dialog);
@@ -257,7 +246,6 @@ private:
         answer(dialog);
     }
 
-    std::unique_ptr<QObject> watching_ = std::make_unique<QObject>();
     std::deque<std::function<void(QWidget&)>> answers_;
     std::unique_ptr<frmPart> window_;
 };
