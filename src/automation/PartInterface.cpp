@@ -11,6 +11,8 @@ namespace {
 
 using Part = ModelInterface<cPart>;
 
+using Name = const std::string&;
+
 constexpr int kLongestBinaryString = 4096;
 
 /// The number if it lies within the bounds.
@@ -42,7 +44,6 @@ QDBusObjectPath Placed(const char* collection, const Collection<Item>& items, st
 }
 
 void AddCollections(Part& face) {
-    using Name = const std::string&;
     using Place = std::int32_t;
     face.Method("Registers", "name", "result",
                 [](cPart& p, Name name) { return Named("Registers", p.Registers(), name); });
@@ -120,7 +121,15 @@ void AddMaking(Part& face) {
     face.Method("AddPLLTab", "name lines shapes labels", "", &cPart::AddPLLTab);
     face.Method("AddRegister", "name mask value lowByte highLowRegister", "", &cPart::AddRegister);
     face.Method("AddProgramBit", "name RegName strt l disp group", "", &cPart::AddProgramBit);
+    face.Method("AddProgramBit", "name RegName strt l disp", "",
+                [](cPart& p, Name name, Name registerName, std::int16_t start, std::int16_t length, bool display) {
+                    p.AddProgramBit(name, registerName, start, length, display);
+                });
     face.Method("AddCounter", "name RegName strt l disp group", "", &cPart::AddCounter);
+    face.Method("AddCounter", "name RegName strt l disp", "",
+                [](cPart& p, Name name, Name registerName, std::int16_t start, std::int16_t length, bool display) {
+                    p.AddCounter(name, registerName, start, length, display);
+                });
     face.Method("AddList", "PrgmBitName group", "", &cPart::AddList);
     face.Method("AddProgramPin", "name Pos", "", &cPart::AddProgramPin);
 }
