@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """Holds an Application object of Tarnwick for command line tools, which leave the bus after each call.
+Who only works on the device that is selected needs none: see register-dump.sh.
 
 usage: hold-application.py
 

@@ -4,9 +4,7 @@ usage: dbus-run-session -- test_program.py EXECUTABLE SOURCE_FOLDER [unittest op
 """
 import itertools
 import os
-import random
 import re
-import signal
 import subprocess
 import sys
 import time
@@ -21,7 +19,6 @@ PARTS = os.path.join(SOURCE, "parts")
 DESCRIPTION = os.path.join(SOURCE, "src/automation/com.ostrel.Tarnwick2x.xml")
 EXAMPLES = os.path.join(SOURCE, "examples")
 NAN, INFINITE, MEGABYTE = float("nan"), float("inf"), "N" * (1 << 20)
-DEVICES = [("QRV3320", "RF PLL", 1901.25), ("QRV6180", "RF PLL", 870.0), ("QRV7240", "PLL + VCO", 2402.0)]
 
 
 def start(**options):
@@ -149,44 +146,35 @@ class OneProgram(unittest.TestCase):
         app = SERVICE + "._Application"
         cases = [
             ("Lookup", "no PLL called 'RF PL': did you mean 'RF PLL'?", c.call, "GetVCOFrequency", "s", "RF PL"),
-            ("Lookup", "did you mean 'PRESC'?", c.call, "SetPrgmBitValue", "sd", "presc", 8.0),
             ("Lookup", "no pin called ''", c.call, "SetPrgmPins", "sb", "", True),
             ("Lookup", "mode number -1", c.call, "SetMode", "n", -1),
-            ("Lookup", "1 to 5 exist", c.part, "RegisterAt", "i", 6),
             ("Lookup", "no burst command exists", c.part, "BurstCmds", "i", 1),
             ("Lookup", "1 to 1 exist", c.get, PART + "/PLLs/2", "PLL", "ID"),
             ("Arguments", "argument 1 (sPLL) is missing", c.call, "GetVCOFrequency"),
-            ("Arguments", "argument 1 (sPLL) is a 32-bit integer (i)", c.call, "GetVCOFrequency", "i", 7),
             ("Arguments", "argument 2 (iValue) is a string (s): a double", c.call, "SetPrgmBits", "ss", "N", "1"),
             ("Arguments", "3 arguments were given, 1", c.call, "SelectTab", "sss", "a", "b", "c"),
             ("Arguments", "argument 1 (Index) is of the type a{sv}", c.call, "SetMode", "a{sv}", {}),
             ("Arguments", "a string (s) was given", c.set, pll, "PLL", "VCOFrequency", "1900", "s"),
             ("Conversion", "argument 2 (dFreq) is NaN", c.call, "SetVCOFrequency", "sd", "RF PLL", NAN),
-            ("Conversion", "(dFreq) is -Infinity", c.call, "SetOSCinFrequency", "sd", "RF PLL", -INFINITE),
             ("Conversion", "is Infinity", c.set, register, "Register", "Value", INFINITE, "d"),
             ("Conversion", "an entry of", c.raw, PART + "/PrgmBits/4", SERVICE + ".PrgmBits", "SetValueArray", "ad",
              [1.0, NAN]),
             ("Conversion", "no reference frequency", c.call, "SetOSCinFrequency", "sd", "RF PLL", 1e305),
             ("Conversion", "16-bit number, -32768 to 32767", c.call, "LoadReg", "n", 32767),
-            ("Conversion", "-2147483648 to 2147483647", c.set, pll, "PLL", "RValue", 2.0**31, "d"),
             ("Conversion", "1 to 53 are possible", c.set, PART, "Part", "RegisterLength", 54, "n"),
             ("Conversion", "the lines are 0 to 7", c.set, PART + "/PrgmPins/1", "PrgmPin", "Position", 15, "n"),
-            ("Conversion", "is no delay", c.part, "AddBurstCommand", "sn", "soon", 2),
             ("Refused", "can't compare at 0 kHz", c.call, "SetPDFrequency", "sd", "RF PLL", 0.0),
             ("Refused", "R would not fit", c.call, "SetPDFrequency", "sd", "RF PLL", 1e-9),
-            ("Refused", "no burst command has the kind 3", c.part, "AddBurstCommand", "sn", "INT", 3),
             ("Refused", "built for the QRV. Select", c.call, "RestoreSetup", "s", "missing.mac"),
             ("UnknownMethod", "did you mean 'LoadPart'?", c.call, "Loadpart"),
             ("UnknownInterface", "no interface called", c.raw, ROOT, app, "LoadPart"),
             ("UnknownObject", "no object at", c.raw, ROOT + "/Application/01", app, "LoadPart"),
-            ("UnknownObject", "no object at", c.raw, PART + "/PLLs/1/1", app, "LoadPart"),
             ("UnknownObject", "no object at", c.raw, PART + "/Lines", "org.freedesktop.DBus.Introspectable", "Introspect"),
             ("UnknownProperty", "did you mean 'NValue'?", c.get, pll, "PLL", "Nvalue"),
+            ("Conversion", "has 1048576 characters", c.call, "SelectPart", "s", MEGABYTE),
             ("PropertyReadOnly", "can only be read", c.set, PART, "Part", "BurstRunning", True, "b"),
             ("PropertyWriteOnly", "the method of that name reads it", c.get, register, "Register", "Change"),
         ]
-        for member in ("GetPDFrequency", "GetPrgmBits", "GetPrgmPins", "RestoreSetup", "SelectPart", "SelectTab"):
-            cases.append(("Conversion", "has 1048576 characters", c.call, member, "s", MEGABYTE))
         for case in cases:
             with self.subTest(str(case[3:])[:80]):
                 self.refused(*case)
@@ -297,45 +285,11 @@ class OneProgram(unittest.TestCase):
         self.client.call("SetPrgmPins", "sb", "CE", False)
         self.assertEqual(self.program.writes()[before:], [["0378", "00"], ["037A", "0B"]])
 
-    def test_calls_of_four_clients(self):
-        """A soak of mixed calls: no error, no growth, the last state right."""
-        calls = int(os.environ.get("TARNWICK_SOAK_CALLS", "10000"))
-        clients = [Client() for _ in range(4)]
-        for client in clients:
-            client.app = self.holder.app
-        dice = random.Random(1)
-        device, pll, vco = DEVICES[0]
-
-        def one_call(client):
-            nonlocal device, pll, vco
-            kind = dice.randrange(100)
-            if kind == 0:
-                device, pll, vco = dice.choice(DEVICES)
-                client.call("SelectPart", "s", device)
-                client.call("SetVCOFrequency", "sd", pll, vco)
-            elif kind < 30:
-                client.call("SetVCOFrequency", "sd", pll, vco)
-            elif kind < 60:
-                self.assertAlmostEqual(client.call("GetVCOFrequency", "s", pll), vco, 6)
-            elif kind < 75:
-                client.part("LoadAll")
-            elif kind < 90:
-                client.raw(PART + "/PLLs/1", PROPERTIES, "GetAll", "s", SERVICE + ".PLL")
-            else:
-                self.refused("Lookup", "no bit field", client.call, "GetPrgmBits", "s", "nobody")
-        self.client.call("SetVCOFrequency", "sd", pll, vco)
-        for i in range(2000):   # The first calls fill caches and heap.
-            one_call(clients[i % 4])
-        before = self.program.memory()
-        for i in range(calls):
-            one_call(clients[i % 4])
-        after = self.program.memory()
-        print(f"{calls} calls: {before} kB before, {after} kB after", file=sys.stderr)
-        if not self.program.sanitized():
-            self.assertLess(after, 1.05 * before)
-        self.assertAlmostEqual(self.holder.call("GetVCOFrequency", "s", pll), vco, 6)
-        for client in clients:
-            client.leave()
+    def test_the_burst_soak_leaves_the_list_and_the_window_as_they_were(self):
+        soaked = run(os.path.join(EXAMPLES, "burst-soak.py"), "3", "0.05")
+        self.assertIn("3 runs of 5 commands", soaked.stdout, soaked.stderr)
+        self.assertEqual(self.client.get(PART, "Part", "BurstCmdsCount"), 0)
+        self.assertTrue(self.program.running())
 
 
 class Lives(unittest.TestCase):
@@ -359,16 +313,6 @@ class Lives(unittest.TestCase):
             client.release()
             self.assertEqual(program.ended(), 0)
             client.leave()
-
-    def test_release_is_answered_before_the_program_ends(self):
-        for device, _, _ in DEVICES:
-            with start() as program:
-                client = Client()
-                client.create()
-                client.call("SelectPart", "s", device)
-                client.release()
-                self.assertEqual(program.ended(), 0)
-                client.leave()
 
     def test_the_first_of_two_clients_to_release_ends_the_program(self):
         with start() as program:
@@ -410,30 +354,13 @@ class Lives(unittest.TestCase):
             two.part("AddBurstCommand", "sn", "", 5)
             one.send("RunBurstMode")
             wait_until(lambda: two.get(PART, "Part", "BurstRunning"), "the second run")
-            two.release()   # Stops the run instead of closing the window.
+            one.leave()   # Stops its run instead of closing the window.
             wait_until(lambda: not two.get(PART, "Part", "BurstRunning"), "the end of the second run")
-            self.assertTrue(program.running())
+            self.assertEqual(two.get(PART, "Part", "ID"), "QRV6180")
             two.create()
             two.release()
             self.assertEqual(program.ended(), 0)
-            one.leave()
             two.leave()
-
-    def test_a_client_killed_during_its_run_leaves_the_program_sound(self):
-        with start() as program:
-            script = os.path.join(EXAMPLES, "burst-soak.py")
-            doomed = subprocess.Popen([script, "QRV3320", "1", "3600"], stderr=subprocess.DEVNULL)
-            watcher = Client()
-            wait_until(lambda: watcher.get(PART, "Part", "BurstRunning"), "the run")
-            doomed.send_signal(signal.SIGKILL)
-            doomed.wait()
-            wait_until(lambda: not watcher.get(PART, "Part", "BurstRunning"), "the end of the run")
-            self.assertEqual(watcher.get(PART, "Part", "ID"), "QRV3320")
-            watcher.create()
-            watcher.call("LoadPart")
-            watcher.release()
-            self.assertEqual(program.ended(), 0)
-            watcher.leave()
 
     def test_a_second_program_and_one_without_a_bus_work_without_the_service(self):
         lonely = {name: value for name, value in os.environ.items() if name != "DBUS_SESSION_BUS_ADDRESS"}
@@ -481,17 +408,14 @@ class Lives(unittest.TestCase):
             with open(os.path.join(services, SERVICE + ".service"), "w", encoding="utf-8") as file:
                 file.write(text)
             environment = dict(os.environ, XDG_DATA_DIRS=program.path("share"))
-            swept = run("dbus-run-session", "--", os.path.join(EXAMPLES, "frequency-sweep.py"), "QRV3320", "RF PLL",
-                        "1900", "1901", "0.5", env=environment)
+            sweep = os.path.join(EXAMPLES, "frequency-sweep.py")
+            script = (f"import dbus, subprocess; get = dbus.SessionBus().get_object\n"
+                      f"get('{SERVICE}', get('{SERVICE}', '{ROOT}').CreateApplication()).SelectPart('QRV3320')\n"
+                      f"subprocess.run(['{sweep}', 'RF PLL', '1900', '1901', '0.5'])")
+            swept = run("dbus-run-session", "--", "/usr/bin/python3", "-c", script, env=environment)
             self.assertEqual(swept.stdout.split()[-6:], ["1900.500000", "1900.500000", "0.0", "1901.000000",
                                                          "1901.000000", "0.0"], swept.stderr)
             wait_until(lambda: len(program.logged()) > 1000, "the writes")
-
-    def test_the_burst_soak(self):
-        with start() as program:
-            soaked = run(os.path.join(EXAMPLES, "burst-soak.py"), "QRV7240", "5", "0.05")
-            self.assertIn("5 runs of 6 registers", soaked.stdout, soaked.stderr)
-            self.assertEqual(program.ended(), 0)
 
 
 if __name__ == "__main__":
