@@ -4,13 +4,14 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <utility>
 
 #include "RobotActions.h"
 #include "RobotChecks.h"
 #include "automation/Automation.h"
 #include "platform/PortLog.h"
 #include "platform/RecordingPort.h"
+#include "support/TempFolder.h"
 #include "ui/frmPart.h"
 
 // Works the real window at random and checks after each step that the screen says what the device says.
@@ -21,63 +22,42 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder with the shipped and the faulty part files, and their names.
-class RobotFolder {
-public:
-    RobotFolder() {
-        std::string name = (fs::temp_directory_path() / "tarnwick-robot-XXXXXX").string();
-        path_ = ::mkdtemp(name.data()) == nullptr ? "/dev/null" : name;
-        Take(PARTS_DIR, "");
-        Take(TEST_DATA_DIR "/part-faults", "F-");
-        fs::copy_file(PARTS_DIR "/tarnwick.ini", path_ / "tarnwick.ini");
-        devices_.emplace_back("no such device");
-    }
-    RobotFolder(const RobotFolder&) = delete;
-    RobotFolder& operator=(const RobotFolder&) = delete;
-    ~RobotFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-
-    [[nodiscard]] std::string Path() const { return path_.string() + "/"; }
-    [[nodiscard]] const std::vector<std::string>& Devices() const { return devices_; }
-
-private:
-    void Take(const char* from, const std::string& prefix) {
-        std::vector<fs::path> files;
-        for (const auto& entry : fs::directory_iterator(from)) {
-            if (entry.path().extension() == ".ini" && entry.path().filename() != "tarnwick.ini") {
-                files.push_back(entry.path());
-            }
-        }
-        std::sort(files.begin(), files.end());
-        constexpr std::size_t kLongestName = 30;
-        for (const fs::path& file : files) {
-            const std::string device = (prefix + file.stem().string()).substr(0, kLongestName);
-            fs::copy_file(file, path_ / (device + ".ini"), fs::copy_options::overwrite_existing);
-            devices_.push_back(device);
+/// Copies the part files of a folder, and adds their names with that prefix to the devices.
+void TakeParts(const char* from, const std::string& prefix, const TempFolder& to, std::vector<std::string>& devices) {
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(from)) {
+        if (entry.path().extension() == ".ini" && entry.path().filename() != "tarnwick.ini") {
+            files.push_back(entry.path());
         }
     }
-
-    fs::path path_;
-    std::vector<std::string> devices_;
-};
+    std::sort(files.begin(), files.end());
+    constexpr std::size_t kLongestName = 30;
+    for (const fs::path& file : files) {
+        devices.push_back((prefix + file.stem().string()).substr(0, kLongestName));
+        fs::copy_file(file, to.Path(devices.back() + ".ini"), fs::copy_options::overwrite_existing);
+    }
+}
 
 /// The device, its window and its recorded port.
 class Session {
 public:
     explicit Session(unsigned seed) {
-        auto end = std::make_unique<RobotPort>();
+        std::vector<std::string> devices;
+        TakeParts(PARTS_DIR, "", folder_, devices);
+        TakeParts(TEST_DATA_DIR "/part-faults", "F-", folder_, devices);
+        fs::copy_file(PARTS_DIR "/tarnwick.ini", folder_.Path("tarnwick.ini"));
+        devices.emplace_back("no such device");
+        auto end = std::make_unique<FakePort>();
         end_ = end.get();
         port_ = std::make_unique<RecordingPort>(std::move(end));
         port_->Add("log", LogPath(), std::make_unique<PortLog>());
         port_->OpenTVicPort();
-        window_ = std::make_unique<frmPart>(part_, *port_, folder_.Path());
+        window_ = std::make_unique<frmPart>(part_, *port_, folder_.Path(""));
         window_->Form_Load();
         window_->show();
         automation_ = std::make_unique<Automation>(part_, *window_);
         automation_->Start();
-        actions_ = std::make_unique<RobotActions>(*window_, part_, folder_.Devices(), folder_.Path(), seed);
+        actions_ = std::make_unique<RobotActions>(*window_, part_, std::move(devices), folder_.Path(""), seed);
         actions_->Settle();
     }
 
@@ -85,12 +65,13 @@ public:
     bool ChangeDevices(int count);
 
 private:
-    [[nodiscard]] std::string LogPath() const { return folder_.Path() + "port.log"; }
+    [[nodiscard]] std::string LogPath() const { return folder_.Path("port.log"); }
     bool LogMatches();
 
-    RobotFolder folder_;
+    TempFolder folder_;
     cPart part_;
-    RobotPort* end_ = nullptr;
+    FakePort* end_ = nullptr;
+    std::vector<PortWrite> written_;   ///< Since the log was begun.
     std::unique_ptr<RecordingPort> port_;
     std::unique_ptr<frmPart> window_;
     std::unique_ptr<Automation> automation_;
@@ -101,20 +82,19 @@ private:
 bool Session::LogMatches() {
     port_->Idle();
     std::ifstream log(LogPath());
-    std::uint64_t count = 0;
-    std::uint64_t sum = 0;
+    std::vector<PortWrite> logged;
     unsigned port = 0;
     unsigned value = 0;
-    for (std::uint64_t time = 0; log >> std::dec >> time >> std::hex >> port >> value; ++count) {
-        sum = RobotPort::Added(sum, port, value);
+    for (std::uint64_t time = 0; log >> std::dec >> time >> std::hex >> port >> value;) {
+        logged.push_back({static_cast<std::uint16_t>(port), static_cast<std::uint8_t>(value)});
     }
-    const bool same = count == end_->Count() && sum == end_->Sum();
     port_->OpenTVicPort();
-    return same;
+    return logged == std::exchange(written_, {});
 }
 
 bool Session::Run(int steps) {
-    if (!actions_->Other().Connected()) {
+    auto& others = actions_->Others();
+    if (!others[0].Connected()) {
         std::puts("no session bus: run it by dbus-run-session");
         return false;
     }
@@ -130,9 +110,11 @@ bool Session::Run(int steps) {
         if (::getenv("ROBOT_VERBOSE") != nullptr) {
             std::fprintf(stderr, "%d: %s\n", step, done.c_str());
         }
-        const auto made = end_->Take();
+        const auto made = end_->Writes();
+        end_->Clear();
+        written_.insert(written_.end(), made.begin(), made.end());
         writes += made.size();
-        std::string fault = checks.After(made) + actions_->Other().TakeFault();
+        std::string fault = checks.After(made) + others[0].TakeFault() + others[1].TakeFault();
         if (step % kLogEvery == 0 && !LogMatches()) {
             fault += "  the log differs from what went to the port\n";
         }
@@ -142,12 +124,11 @@ bool Session::Run(int steps) {
         }
         std::fflush(stdout);
     }
-    const RobotClient& other = actions_->Other();
     std::printf(
         "%d steps, %d with faults; %zu comparisons, %llu port writes, %zu loads decoded, %d calls over the bus (%d "
         "refused)\n",
-        steps, faults, checks.Checked(), static_cast<unsigned long long>(writes), checks.Decoded(), other.Calls(),
-        other.Refused());
+        steps, faults, checks.Checked(), static_cast<unsigned long long>(writes), checks.Decoded(),
+        others[0].Calls() + others[1].Calls(), others[0].Refused() + others[1].Refused());
     return faults == 0;
 }
 
@@ -161,7 +142,7 @@ bool Session::ChangeDevices(int count) {
     for (int change = 1; change <= count; ++change) {
         actions_->SelectDevice(static_cast<std::size_t>(change) % kDevices);
         actions_->Settle();
-        end_->Take();
+        end_->Clear();
         last = ::mallinfo2().uordblks;
         if (change == kFirstLook) {
             first = last;

@@ -23,7 +23,7 @@ RobotActions::RobotActions(frmPart& window, cPart& part, std::vector<std::string
       devices_(std::move(devices)),
       folder_(std::move(folder)),
       random_(seed),
-      client_(part, devices_, random_) {
+      clients_{RobotClient("client", part, devices_, random_), RobotClient("meddler", part, devices_, random_)} {
     Watch();
     // A click leaves the box where the focus was, whose entry then counts, before it does what else it does.
     connect(qApp, &QApplication::focusChanged, this, [this] { midway(); });
@@ -34,7 +34,11 @@ void RobotActions::Watch() {
     constexpr int kPeriod = 3;
     QTimer::singleShot(kPeriod, this, [this] {
         Watch();
-        if (QWidget* dialog = QApplication::activeModalWidget()) {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!meddling_ && random_.Below(4) != 0 &&
+            (dialog != nullptr || QApplication::activePopupWidget() != nullptr || part_.BurstRunning())) {
+            Meddle();
+        } else if (dialog != nullptr) {
             Answer(*dialog);
         }
         opened_ = QApplication::activePopupWidget() != nullptr ? opened_ + 1 : 0;
@@ -46,6 +50,14 @@ void RobotActions::Watch() {
             part_.StopBurstCommands();
         }
     });
+}
+
+void RobotActions::Meddle() {
+    meddling_ = true;
+    midway();
+    meddled_ += ", " + clients_[1].Step();
+    midway();
+    meddling_ = false;
 }
 
 void RobotActions::Answer(QWidget& widget) {
@@ -74,8 +86,12 @@ void RobotActions::Settle() {
 }
 
 std::string RobotActions::Step() {
-    std::string done = Do();
+    meddled_.clear();
+    const std::string done = Do();
     midway();
+    while (QApplication::activeModalWidget() != nullptr) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
     Settle();
     for (int popups = 0; QApplication::activePopupWidget() != nullptr && popups < 5; ++popups) {
         QWidget* popup = QApplication::activePopupWidget();
@@ -89,7 +105,7 @@ std::string RobotActions::Step() {
         Settle();
     }
     CloseOthers();
-    return done;
+    return done + meddled_;
 }
 
 /// Windows with texts, and the window itself where it was closed.

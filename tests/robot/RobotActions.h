@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <array>
 #include <functional>
 #include <string>
 #include <vector>
@@ -21,7 +22,8 @@ public:
     std::string Step();   ///< Does one thing and tells what.
     void SelectDevice(std::size_t number);
     void Settle();
-    [[nodiscard]] RobotClient& Other() { return client_; }   ///< The other program.
+    /// The other programs: one takes its turn, the other one acts while dialogs and menus are open and bursts run.
+    [[nodiscard]] std::array<RobotClient, 2>& Others() { return clients_; }
 
     std::function<void()> midway = [] {};   ///< Called where a step has made one change and may make another.
 
@@ -33,8 +35,9 @@ private:
     std::string Pick();
     std::string Device();
     std::string ChangeWindow();
-    std::string Client() { return client_.Step(); }
+    std::string Client() { return clients_[0].Step(); }
     void Watch();
+    void Meddle();
     void Answer(QWidget& dialog);
     void CloseOthers();
     [[nodiscard]] std::vector<QWidget*> Controls() const;
@@ -44,7 +47,9 @@ private:
     std::vector<std::string> devices_;
     std::string folder_;
     RobotRandom random_;
-    RobotClient client_;
+    std::array<RobotClient, 2> clients_;
+    std::string meddled_;   ///< What the second one did in this step.
+    bool meddling_ = false;
     int running_ = 0;   ///< How often a burst was seen running,
     int opened_ = 0;    ///< and a menu open.
 };

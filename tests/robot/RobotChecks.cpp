@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <sstream>
 
 #include "burst/cBurst.h"
 #include "core/Errors.h"
 #include "core/Numbers.h"
 #include "pll/cPLL.h"
+#include "support/TestPart.h"
 #include "ui/BitRow.h"
 #include "ui/RegisterBitsBox.h"
 #include "ui/TextBox.h"
@@ -48,13 +50,13 @@ void RobotChecks::Compare(const std::string& what, const std::string& screen, Re
 void RobotChecks::Before() {
     values_.clear();
     addresses_.clear();
-    device_ = part_.ID();
+    device_ = part_.DeviceNumber();
     page_ = window_.Pages().currentIndex();
     wiring_ = Wiring();
     NoteValues();
 }
 
-std::string RobotChecks::After(const std::vector<RobotPort::Write>& writes) {
+std::string RobotChecks::After(const std::vector<PortWrite>& writes) {
     faults_.clear();
     NoteValues();
     CheckIdle();
@@ -105,15 +107,13 @@ void RobotChecks::CheckIdle() {
 
 /// What the receiver sees is plain only where three lines do nothing else, without framing and pairs.
 std::optional<RobotWiring> RobotChecks::Wiring() const {
-    const RobotWiring wiring{
-        static_cast<std::uint16_t>(part_.ClockPosition()), static_cast<std::uint16_t>(part_.DataPosition()),
-        static_cast<std::uint16_t>(part_.LEPosition()), part_.RegisterLength(), part_.InvertClock()};
-    unsigned used = static_cast<std::uint16_t>(part_.OutputPinValue());
+    const RobotWiring wiring{part_.ClockPosition(), part_.DataPosition(), part_.LEPosition(), part_.RegisterLength()};
+    int used = part_.OutputPinValue();
     for (const cPrgmPin& pin : part_.PrgmPins()) {
-        used |= static_cast<std::uint16_t>(pin.Value());
+        used |= pin.Value();
     }
-    for (const unsigned line : {wiring.clock, wiring.data, wiring.le}) {
-        if (std::popcount(line) != 1 || line > 0x800 || (used & line) != 0) {
+    for (const int line : {wiring.clock, wiring.data, wiring.le}) {
+        if (std::popcount(static_cast<std::uint16_t>(line)) != 1 || line > 0x800 || (used & line) != 0) {
             return std::nullopt;
         }
         used |= line;
@@ -121,11 +121,12 @@ std::optional<RobotWiring> RobotChecks::Wiring() const {
     const bool frames = std::any_of(part_.BurstCmds().begin(), part_.BurstCmds().end(), [](const cBurst& command) {
         return command.Command() == BurstKind::StartSBI || command.Command() == BurstKind::StopSBI;
     });
-    const bool plain = !frames && !part_.SBIEnable() && !part_.HighByte() && !part_.LEModeHigh();
+    const bool plain =
+        !frames && !part_.SBIEnable() && !part_.HighByte() && !part_.LEModeHigh() && !part_.InvertClock();
     return plain && wiring.bits > 0 && wiring.bits < 54 ? std::optional(wiring) : std::nullopt;
 }
 
-void RobotChecks::CheckWrites(const std::vector<RobotPort::Write>& writes) {
+void RobotChecks::CheckWrites(const std::vector<PortWrite>& writes) {
     if (writes.size() % 2 != 0) {
         Fail("half a port word was written");
         return;
@@ -137,25 +138,28 @@ void RobotChecks::CheckWrites(const std::vector<RobotPort::Write>& writes) {
             return;
         }
     }
-    const auto same = [](const RobotWiring& a, const RobotWiring& b) {
-        return a.clock == b.clock && a.data == b.data && a.le == b.le && a.bits == b.bits && a.inverted == b.inverted;
-    };
-    if (const auto now = Wiring(); now && wiring_ && device_ == part_.ID() && same(*now, *wiring_)) {
+    if (const auto now = Wiring(); now && now == wiring_ && device_ == part_.DeviceNumber()) {
         CheckLoads(writes, *now);
     }
 }
 
-void RobotChecks::CheckLoads(const std::vector<RobotPort::Write>& writes, const RobotWiring& wiring) {
-    RobotReceiver receiver(wiring);
+void RobotChecks::CheckLoads(const std::vector<PortWrite>& writes, const RobotWiring& wiring) {
+    std::vector<int> words;
     for (std::size_t i = 0; i < writes.size(); i += 2) {
-        receiver.Word(static_cast<unsigned>(writes[i + 1].value ^ kInvertedControls) << 8U | writes[i].value);
+        words.push_back((writes[i + 1].value ^ kInvertedControls) << 8 | writes[i].value);
     }
     std::string held;
     for (const std::uint64_t value : values_) {
         held += " " + HexText(value);
     }
-    for (const std::uint64_t value : receiver.Latched()) {
+    std::istringstream loads(Shifted(words, wiring.clock, wiring.data, wiring.le));
+    const auto length = static_cast<std::size_t>(wiring.bits);
+    for (std::string bits; std::getline(loads, bits, '|') && !loads.eof();) {
+        if (bits.size() < length) {
+            continue;   // LE rose without a load.
+        }
         ++decoded_;
+        const std::uint64_t value = std::stoull(bits.substr(bits.size() - length), nullptr, 2);
         if (!values_.contains(value)) {
             Fail("loaded " + HexText(value) + ", which no register holds: " + held);
             return;   // A burst has thousands.

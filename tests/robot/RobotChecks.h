@@ -6,10 +6,19 @@
 #include <string>
 #include <vector>
 
-#include "RobotPort.h"
+#include "support/FakePort.h"
 
 class cPart;
 class frmPart;
+
+/// The wiring that a device has, as its serial input sees it.
+struct RobotWiring {
+    int clock = 0;
+    int data = 0;
+    int le = 0;
+    int bits = 0;
+    bool operator==(const RobotWiring&) const = default;
+};
 
 /// What must hold between two steps of the robot.
 class RobotChecks {
@@ -19,7 +28,7 @@ public:
     void Before();       ///< Before a step: what may go to the port in it.
     void NoteValues();   ///< Also in the middle of a step that makes several changes.
     /// After it: what doesn't hold, a line each; empty if all is well.
-    std::string After(const std::vector<RobotPort::Write>& writes);
+    std::string After(const std::vector<PortWrite>& writes);
 
     [[nodiscard]] std::size_t Checked() const { return checked_; }   ///< Comparisons made so far,
     [[nodiscard]] std::size_t Decoded() const { return decoded_; }   ///< and loads that were decoded.
@@ -35,8 +44,8 @@ private:
     void CheckPins();
     void CheckPLLs();
     void CheckCounts();
-    void CheckWrites(const std::vector<RobotPort::Write>& writes);
-    void CheckLoads(const std::vector<RobotPort::Write>& writes, const RobotWiring& wiring);
+    void CheckWrites(const std::vector<PortWrite>& writes);
+    void CheckLoads(const std::vector<PortWrite>& writes, const RobotWiring& wiring);
     [[nodiscard]] std::optional<RobotWiring> Wiring() const;
     [[nodiscard]] bool Stayed(int page) const;   ///< The page was current before the step, and is.
     [[nodiscard]] int Members(const char* array) const;
@@ -44,7 +53,7 @@ private:
     frmPart& window_;
     cPart& part_;
     std::string faults_;
-    std::string device_;
+    std::uint64_t device_ = 0;
     int page_ = 0;   ///< That was current before the step.
     std::optional<RobotWiring> wiring_;
     std::set<std::uint64_t> values_;   ///< What registers and burst commands hold before or after the step.

@@ -17,9 +17,10 @@ const QString kPrefix = kServiceName + QLatin1Char('.');
 
 }   // namespace
 
-/// Of an item of the device the path has the name of its list, and `=` stands before a property that is set. Arguments,
-/// a letter each: names of a Register, Field, Pin, Loop, Device, Tab; d a number, n a small one, k a kind of command, a
-/// digit that kind, w the passes of a delay, b a Boolean, mostly true. What stands here twice is called twice as often.
+/// Without an interface it leaves the bus and comes again. Of an item of the device the path has the name of its list,
+/// and `=` stands before a property that is set. Arguments, a letter each: names of a Register, Field, Pin, Loop,
+/// Device, Tab, Set-up file; d a number, n a small one, k a kind of command, a digit that kind, w the passes of a
+/// delay, b a Boolean, mostly true. What stands here twice is called twice as often.
 struct RobotClient::Member {
     QString interface;
     QString list;
@@ -42,7 +43,9 @@ const std::vector<RobotClient::Member> RobotClient::kMembers{
     {"_Application", "", "SetPrgmPins", "Pbb"},
     {"_Application", "", "LoadPart", ""},
     {"_Application", "", "LoadReg", "n"},
+    {"_Application", "", "RestoreSetup", "S"},
     {"_Application", "", "RunBurstMode", ""},
+    {"_Application", "", "StopBurstMode", ""},
     {"_Application", "", "Maximize", ""},
     {"_Application", "", "Minimize", ""},
     {"_Application", "", "ShowTarnwick", ""},
@@ -50,6 +53,7 @@ const std::vector<RobotClient::Member> RobotClient::kMembers{
     {"_Application", "", "SetSaveSettings", "b"},
     {"_Application", "", "NoSuchMember", ""},
     {"Object", "", "Release", ""},
+    {"", "", "Leave", ""},
     {"Part", "", "AddBurstCommand", "R0"},
     {"Part", "", "AddBurstCommand", "R0"},
     {"Part", "", "AddBurstCommand", "R0n"},
@@ -75,11 +79,18 @@ const std::vector<RobotClient::Member> RobotClient::kMembers{
     {"PLL", "PLLs", "=NValue", "d"},
 };
 
-RobotClient::RobotClient(cPart& part, std::vector<std::string> devices, RobotRandom& random)
-    : part_(part),
+RobotClient::RobotClient(const QString& name, cPart& part, std::vector<std::string> devices, RobotRandom& random)
+    : name_(name),
+      part_(part),
       devices_(std::move(devices)),
       random_(random),
-      bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("robot"))) {}
+      bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)) {}
+
+void RobotClient::Leave() {
+    QDBusConnection::disconnectFromBus(name_);
+    bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name_);
+    application_.clear();
+}
 
 std::string RobotClient::Step() {
     constexpr int kAttachEvery = 4;
@@ -87,9 +98,13 @@ std::string RobotClient::Step() {
         application_ = Call(kRootPath, kPrefix + QLatin1String("Factory"), QStringLiteral("CreateApplication"), {})
                            .value<QDBusObjectPath>()
                            .path();
-        return "client: CreateApplication";
+        return name_.toStdString() + ": CreateApplication";
     }
     const Member& member = random_.Of(kMembers);
+    if (member.interface.isEmpty()) {
+        Leave();
+        return name_.toStdString() + ": leaves";
+    }
     const QString interface = kPrefix + member.interface;
     const QString path = Path(member);
     QVariantList arguments;
@@ -112,7 +127,7 @@ std::string RobotClient::Step() {
     if (member.name == QLatin1String("Release")) {
         application_.clear();
     }
-    return ("client: " + path + ' ' + member.name + told).toStdString();
+    return (name_ + ": " + path + ' ' + member.name + told).toStdString();
 }
 
 QString RobotClient::Path(const Member& member) {
@@ -152,6 +167,8 @@ QVariant RobotClient::Argument(char kind) {
             return QString::fromStdString(random_.Of(devices_));
         case 'T':
             return random_.Of(kTabs);
+        case 'S':
+            return QStringLiteral("set%1.mac").arg(random_.Below(4));
         case 'b':
             return random_.Below(4) != 0;
         case 'w':

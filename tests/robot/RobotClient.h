@@ -14,8 +14,8 @@ class cPart;
 /// Another program, which drives the window over the bus: sensible calls and senseless ones.
 class RobotClient {
 public:
-    /// `devices` can be selected.
-    RobotClient(cPart& part, std::vector<std::string> devices, RobotRandom& random);
+    /// `name` is that of its connection; `devices` can be selected.
+    RobotClient(const QString& name, cPart& part, std::vector<std::string> devices, RobotRandom& random);
 
     [[nodiscard]] bool Connected() const { return bus_.isConnected(); }
     std::string Step();   ///< Makes a call, and tells which.
@@ -37,7 +37,9 @@ private:
     [[nodiscard]] QString Path(const Member& member);
     /// The first result; of a call that failed none.
     QVariant Call(const QString& path, const QString& interface, const QString& member, const QVariantList& arguments);
+    void Leave();
 
+    QString name_;
     cPart& part_;
     std::vector<std::string> devices_;
     RobotRandom& random_;
