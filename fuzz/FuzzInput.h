@@ -23,6 +23,8 @@ public:
         file_ = text_.substr(0, file);
         text_.remove_prefix(file);
     }
+    /// These bytes alone, all of them for choices.
+    explicit FuzzInput(std::string_view choices) : text_(choices) {}
 
     [[nodiscard]] std::string_view File() const { return file_; }
     [[nodiscard]] bool Empty() const { return text_.empty(); }

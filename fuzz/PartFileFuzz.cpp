@@ -1,15 +1,25 @@
 #include "DeviceOperations.h"
 #include "FuzzInput.h"
+#include "PartFileWriter.h"
+#include "core/Errors.h"
 #include "core/cPart.h"
 #include "platform/SimulatedPort.h"
 #include "pll/cPLL.h"
 #include "settings/DeviceSetup.h"
 #include "settings/Modes.h"
 
-// Any bytes as a part file: selecting it never fails, whatever is wrong with it is reported, and the device that comes
-// of it bears whatever is done with it.
+// Any bytes as a part file, or as the description of one: selecting it never fails, whatever is wrong with it is
+// reported, and the device that comes of it bears whatever is done with it.
 
 namespace {
+
+/// Files that begin with this byte describe the part file that is read.
+constexpr char kDescribed = '\1';
+
+std::string PartFileOf(std::string_view bytes) {
+    const bool described = !bytes.empty() && bytes.front() == kDescribed;
+    return described ? DescribedPartFile(bytes.substr(1)) : std::string(bytes);
+}
 
 void CheckDevice(cPart& part) {
     for (const Problem& problem : part.FileProblems().All()) {
@@ -20,6 +30,8 @@ void CheckDevice(cPart& part) {
     }
     for (const cPrgmBits& field : part.PrgmBits()) {
         Expect(part.PrgmBits().Find(field.ID()) == &field, "a field has its name");
+        IgnoringFailures([&] { static_cast<void>(field.Text()); });
+        IgnoringFailures([&] { static_cast<void>(field.Value()); });
     }
     Expect(!part.Updating(), "selecting ends every redraw");
 }
@@ -31,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static SimulatedPort port;
     FuzzInput input(data, size);
     std::filesystem::remove(folder.Path() + "DEVICE.ini");
-    folder.Put("DEVICE.ini", input.File());
+    folder.Put("DEVICE.ini", PartFileOf(input.File()));
     cPart part;
     part.UsePort(port);
     std::string name = "DEVICE";

@@ -33,7 +33,8 @@ setup = (b"[SETUP]\r\nADDRESS=632\r\nCLOCK=8\r\nDATA=16\r\nLE=32\r\nPART=DEVICE\
          b"COMMAND01=2\r\nREGISTER01=10\r\nCOMMAND02=1\r\nREGISTER02=0\r\nREGISTERNAME02=\r\nPINS02=32\r\n")
 texts = {
     "Profile": [open(f, "rb").read() for f in ini] + [open(ini[0], encoding="latin1").read().encode("utf-16")],
-    "PartFile": [open(f, "rb").read() for f in ini],
+    "PartFile": [open(f, "rb").read() for f in ini]
+    + [b"\1" + bytes(random.randrange(256) for _ in range(600)) for _ in range(20)],   # Described: fuzz/PartFileWriter.cpp
     "SetupFile": [setup],
     "Numbers": [b"-12.5E+03", b"&H8000", b"&HFFFFFFFF&", b"TRUE", b" 15 ", b"0.00#;(0.0);\"none\"", b"#,##0.00E+00 %", b"\\x0"],
     "Records": [bytes(random.randrange(256) for _ in range(400)), b"\x52\x03\x78\x02\xf3\x03\x7a\x0b" * 40],
