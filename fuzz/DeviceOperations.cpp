@@ -1,7 +1,9 @@
 #include "DeviceOperations.h"
 
 #include <array>
+#include <bit>
 #include <string>
+#include <vector>
 
 #include "FuzzInput.h"
 #include "burst/BurstText.h"
@@ -25,8 +27,8 @@ T* Any(Collection<T>& all, FuzzInput& input) {
     return all.Count() == 0 ? nullptr : all.Find(1 + input.Byte() % all.Count());
 }
 
-void OnField(cPrgmBits& field, FuzzInput& input) {
-    switch (input.Below(8)) {
+void Change(cPrgmBits& field, unsigned operation, FuzzInput& input) {
+    switch (operation) {
         case 0:
             field.Value(input.Number());
             break;
@@ -42,17 +44,40 @@ void OnField(cPrgmBits& field, FuzzInput& input) {
         case 4:
             field.ToggleBit();
             break;
-        case 5:
+        default:
             field.SetNegative();
             field.SetPositive();
+    }
+}
+
+/// What the registers hold, to the bit: it may be no number.
+std::vector<std::uint64_t> Held(const cPart& part) {
+    std::vector<std::uint64_t> held;
+    for (const cRegister& one : part.Registers()) {
+        held.push_back(std::bit_cast<std::uint64_t>(one.Value()));
+    }
+    return held;
+}
+
+void OnField(cPrgmBits& field, FuzzInput& input) {
+    constexpr unsigned kChanges = 6;
+    switch (const unsigned operation = input.Below(8)) {
+        default: {
+            const auto before = Held(field.Parent());
+            try {
+                Change(field, operation, input);
+            } catch (const UserError&) {
+                Expect(Held(field.Parent()) == before, "an operation that fails has changed nothing");
+            }
             break;
-        case 6:
+        }
+        case kChanges:
             if (const auto asked = ParseFieldEntry(field, input.Text())) {
                 field.Value(*asked);
                 FieldEntryNote(field, *asked);
             }
             break;
-        default:
+        case kChanges + 1:
             FieldLimits(field);
             ParseFieldEntry(field, field.Text());
             static_cast<void>(field.Maximum() + field.Minimum() + field.TotalLength() + field.PolarityValue());

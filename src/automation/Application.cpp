@@ -1,5 +1,7 @@
 #include "automation/Application.h"
 
+#include <limits>
+#include <string>
 #include <utility>
 
 #include "automation/ModelInterface.h"
@@ -87,7 +89,12 @@ void Application::LoadPart() {
 
 /// Clients count from 0, the device from 1.
 void Application::LoadReg(std::int16_t index) {
-    part_.LoadRegisterNumber(RoundToShort(index + 1.0));
+    constexpr std::int16_t kHighest = std::numeric_limits<std::int16_t>::max() - 1;
+    if (index > kHighest) {
+        throw ConversionError("LoadReg: argument 1 (Index) is " + std::to_string(index) +
+                              ": the index of a register is " + std::to_string(kHighest) + " at most");
+    }
+    part_.LoadRegisterNumber(static_cast<std::int16_t>(index + 1));
 }
 
 void Application::Maximize() {

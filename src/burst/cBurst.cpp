@@ -79,7 +79,7 @@ void cBurst::AddWords(Waveform& form) const {
             form.BurstStartSBI(register_);
             break;
         case BurstKind::StopSBI:
-            form.StopSBI();
+            form.BurstStopSBI();
             break;
         default:
             form.BurstPins();

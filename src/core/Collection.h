@@ -106,8 +106,9 @@ public:
 
     /// Adds at the end under a name. LookupError if the name is taken already.
     T& Add(std::string name, std::unique_ptr<T> item) {
-        if (!places_.try_emplace(std::move(name), items_.size()).second) {
-            throw LookupError("a second " + kind_ + " of the same name");
+        const auto [place, isNew] = places_.try_emplace(std::move(name), items_.size());
+        if (!isNew) {
+            throw LookupError("a " + kind_ + " called '" + place->first + "' exists already");
         }
         return Insert(Count() + 1, std::move(item));
     }

@@ -69,7 +69,7 @@ private:
     /// The pieces of a number add up only if the step of the next one is the weight of its lowest bit.
     void CheckJoint(const cPrgmBits& field) {
         const cPrgmBits* next = part_.PrgmBits().Find(field.LinkedBits());
-        if (next == nullptr || IsList(field) || IsList(*next) || !field.StepValueBitName().empty() ||
+        if (next == nullptr || field.HasList() || next->HasList() || !field.StepValueBitName().empty() ||
             !next->StepValueBitName().empty()) {
             return;
         }
@@ -83,8 +83,6 @@ private:
                    "'" + field.ID() + "' and '" + next->ID() + "' don't join: the ZEROVALUE of a piece must be 0");
         }
     }
-
-    static bool IsList(const cPrgmBits& field) { return field.HasValueList() || field.HasStringList(); }
 
     void CheckUncovered(const cRegister& one, int item) {
         std::uint64_t open = FieldRun(0, part_.RegisterLength()) & ~Protected(one);

@@ -49,6 +49,9 @@ public:
     /// The PLL with that index, counted from 0, takes its page: index 0 the one that is always there, each
     /// further one a new page of its name. The page becomes current.
     virtual void AddPLLPage([[maybe_unused]] int index, [[maybe_unused]] const std::string& name) {}
+    /// A page with a PLL's diagram that belongs to no PLL, behind those that do. It goes with them, and becomes
+    /// current.
+    virtual void AddFreePLLPage([[maybe_unused]] const std::string& name) {}
     virtual void BindPLLBlocks([[maybe_unused]] int index, [[maybe_unused]] const PLLBlocks& blocks) {}
     /// Shows the fraction bound to these fields, or takes it away if the numerator's name is empty.
     virtual void BindFraction([[maybe_unused]] int index, [[maybe_unused]] const std::string& numerator,

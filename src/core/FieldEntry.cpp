@@ -11,13 +11,9 @@
 
 namespace {
 
-bool IsList(const cPrgmBits& field) {
-    return field.HasValueList() || field.HasStringList();
-}
-
 /// What a field shows behind its number. An entry of a list stands alone, and so does a formatted number.
 std::string UnitsOf(const cPrgmBits& field) {
-    if (IsList(field) || !field.FormatString().empty()) {
+    if (field.HasList() || !field.FormatString().empty()) {
         return {};
     }
     const std::string text = field.Text();
@@ -34,7 +30,11 @@ std::string Joined(const std::vector<double>& values) {
     return text;
 }
 
-std::string ListLimits(const std::vector<double>& values) {
+std::string ListLimits(const cPrgmBits& field) {
+    const std::vector<double> values = field.ListNumbers();
+    if (values.empty()) {
+        return "the number of an entry, 0 to " + std::to_string(field.ArrayCount() - 1);
+    }
     constexpr std::size_t kMostNamed = 10;
     if (values.size() <= kMostNamed) {
         return "one of " + Joined(values);
@@ -42,17 +42,6 @@ std::string ListLimits(const std::vector<double>& values) {
     const auto [low, high] = std::minmax_element(values.begin(), values.end());
     return "one of " + std::to_string(values.size()) + " values from " + GeneralText(*low) + " to " +
            GeneralText(*high);
-}
-
-std::string TextListLimits(const std::vector<std::string>& texts) {
-    std::vector<double> values;
-    for (const std::string& text : texts) {
-        if (const auto number = ParseNumber(text)) {
-            values.push_back(*number);
-        }
-    }
-    return values.size() == texts.size() ? ListLimits(values)
-                                         : "the number of an entry, 0 to " + std::to_string(texts.size() - 1);
 }
 
 std::string PlainLimits(const cPrgmBits& field) {
@@ -78,10 +67,7 @@ std::string LimitsOf(const cPrgmBits& field) {
     if (field.Position() < 0) {
         return "a constant";
     }
-    if (field.HasValueList()) {
-        return ListLimits(field.ValueList());
-    }
-    return field.HasStringList() ? TextListLimits(field.StringList()) : PlainLimits(field);
+    return field.HasList() ? ListLimits(field) : PlainLimits(field);
 }
 
 /// The number that the field shows; its value where it shows none. They differ in the sign: only the text has it.

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "core/FieldVisit.h"
 #include "core/Numbers.h"
@@ -17,13 +18,9 @@ double cPrgmBits::Maximum() const {
     if (!visit) {
         return 0;
     }
-    if (HasValueList()) {
-        return std::max(0.0, *std::max_element(values_.begin(), values_.end()));
-    }
-    if (HasStringList()) {
-        const auto numbers = NumericStrings();
-        return numbers ? std::max(0.0, *std::max_element(numbers->begin(), numbers->end()))
-                       : static_cast<double>(strings_.size() - 1);
+    if (HasList()) {
+        const std::vector<double> numbers = ListNumbers();
+        return std::accumulate(numbers.begin(), numbers.end(), 0.0, [](double a, double b) { return std::max(a, b); });
     }
     return PlainMaximum() + (linkedBits_.empty() ? 0 : Other(linkedBits_).Maximum());
 }
@@ -71,9 +68,8 @@ void cPrgmBits::StepCode(Direction direction) {
         return;
     }
     const std::size_t count = strings_.size();
-    const double code = CodeAt((*at + (direction == Direction::Up ? 1 : count - 1)) % count);
-    if (code >= 0) {
-        BitValue(code);
+    if (const auto code = CodeAt((*at + (direction == Direction::Up ? 1 : count - 1)) % count)) {
+        BitValue(*code);
     }
 }
 
@@ -127,7 +123,7 @@ void cPrgmBits::ToggleBit() {
         return;
     }
     if (length_ == 1) {
-        OwnRegister().ToggleBit(position_);
+        Written().ToggleBit(position_);
     } else if (IsCoded()) {
         StepCode(Direction::Up);
     } else {

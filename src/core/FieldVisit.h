@@ -1,11 +1,14 @@
 #pragma once
 
+#include <exception>
+
 #include "core/cPart.h"
 #include "core/cPrgmBits.h"
 
 /// Marks an operation as running on a field for as long as it lives. Fields that name each other may form a
 /// circle: an operation that comes back to a field on which it is running already ends there. A part file can
-/// also chain fields so that the visits double with each one; past a generous bound the chain ends too.
+/// also chain fields so that the visits double with each one; past a generous bound the chain ends too. Where an
+/// operation fails, on a name that stands for nothing, what it has written is taken back.
 class cPrgmBits::Visit {
 public:
     enum Operation : unsigned {
@@ -36,7 +39,7 @@ public:
         if (allowed_) {
             field_.busy_ &= ~static_cast<unsigned>(operation_);
             if (outermost_) {
-                field_.parent_.FieldVisits() = 0;
+                field_.parent_.EndFieldVisits(std::uncaught_exceptions() > exceptions_);
             }
         }
     }
@@ -46,6 +49,7 @@ public:
 private:
     const cPrgmBits& field_;
     Operation operation_;
+    int exceptions_ = std::uncaught_exceptions();
     bool allowed_ = false;
     bool outermost_ = false;
 };

@@ -10,6 +10,7 @@
 #include "core/PartFile.h"
 #include "core/PartFileLines.h"
 #include "core/PartKeys.h"
+#include "core/PartLimits.h"
 #include "core/cPart.h"
 #include "platform/ProfileName.h"
 
@@ -180,10 +181,11 @@ private:
                    "item " + ItemNumber(beyond->first) + " is beyond the COUNT of [" + section + "], which is " +
                        std::to_string(count) + ": " + ItemsRead(count));
         }
-        for (int item = 0; item < count; ++item) {
+        const int read = section == "PLLS" ? std::min(count, kMostPLLs) : count;
+        for (int item = 0; item < read; ++item) {
             if (!items.contains(item)) {
                 file_.Report(Severity::Warning, section, "COUNT",
-                             std::to_string(count) + " items are read, but no key of item " + ItemNumber(item) +
+                             std::to_string(read) + " items are read, but no key of item " + ItemNumber(item) +
                                  " stands in the file: it comes up with defaults");
                 return;
             }

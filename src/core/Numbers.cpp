@@ -58,6 +58,22 @@ std::optional<std::uint64_t> ParseHex(std::string_view text) {
     return value;
 }
 
+/// What to write for a hexadecimal number in the notation of another language; empty for any other text.
+std::string HexAdvice(std::string_view text) {
+    text = Trimmed(text);
+    if (text.size() > 2 && SameLetters(text.substr(0, 2), "0X")) {
+        text.remove_prefix(2);
+    } else if (text.size() > 1 && text.front() == '$') {
+        text.remove_prefix(1);
+    } else if (text.size() > 1 && SameLetters(text.substr(text.size() - 1), "H")) {
+        text.remove_suffix(1);
+    } else {
+        return {};
+    }
+    const std::string meant = "&H" + std::string(text);
+    return ParseHex(meant) ? ": write " + meant : "";
+}
+
 template <class Integer>
 Integer FileInteger(std::string_view text, const char* width) {
     constexpr auto kPatterns = std::uint64_t{std::numeric_limits<std::make_unsigned_t<Integer>>::max()};
@@ -69,7 +85,8 @@ Integer FileInteger(std::string_view text, const char* width) {
     }
     const auto number = ParseNumber(text);
     if (!number) {
-        throw ConversionError(Quoted(text) + " is no whole number, neither decimal nor hexadecimal with &H");
+        throw ConversionError(Quoted(text) + " is no whole number, neither decimal nor hexadecimal with &H" +
+                              HexAdvice(text));
     }
     return RoundInto<Integer>(*number, width);
 }
@@ -180,7 +197,10 @@ double FileDouble(std::string_view text) {
     if (const auto hex = ParseHex(text)) {
         return static_cast<double>(*hex);
     }
-    return NumberOf(text);
+    if (const auto number = ParseNumber(text)) {
+        return *number;
+    }
+    throw ConversionError(Quoted(text) + " is no number" + HexAdvice(text));
 }
 
 std::int16_t FileShort(std::string_view text) {

@@ -4,7 +4,9 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -12,6 +14,7 @@
 #include "core/Nearest.h"
 #include "core/Numbers.h"
 #include "core/PartFile.h"
+#include "core/PartKeys.h"
 #include "core/cPart.h"
 
 namespace {
@@ -22,6 +25,7 @@ public:
 
     void Run() {
         CheckPairs();
+        TakeNames();
         int place = 0;
         for (const cPrgmBits& field : part_.PrgmBits()) {
             item_ = FileItems::At(part_.Items().fields, place++);
@@ -30,6 +34,7 @@ public:
             CheckPlace(field);
             CheckList(field);
             CheckOverlap(field);
+            CheckShown(field);
         }
         CheckCycles();
     }
@@ -86,6 +91,12 @@ private:
             Report("REG", UnknownName("register", field.Register(), part_.Registers().Names()) + "; the field '" +
                               field.ID() + "' can't be read or written");
         }
+        const cPrgmBits* linked = part_.PrgmBits().Find(field.LinkedBits());
+        if (linked != nullptr && linked->Position() < 0) {
+            Report("LINKEDBITS", "'" + linked->ID() + "' has no bits (POS " + std::to_string(linked->Position()) +
+                                     "), so '" + field.ID() +
+                                     "' can't go on in it: it counts wrong and can't be stepped");
+        }
         for (const Edge& edge : kEdges) {
             const std::string& name = (field.*edge.name)();
             if (!name.empty() && part_.PrgmBits().Find(name) == nullptr) {
@@ -105,7 +116,7 @@ private:
             Report("POS", "'" + field.ID() + "' reaches bit " + std::to_string(field.Position() + field.Length() - 1) +
                               ", but the registers end with bit " + std::to_string(length - 1));
         }
-        if (field.Position() == -1 && !field.HasValueList() && !field.HasStringList()) {
+        if (field.Position() == -1 && !field.HasList()) {
             Report("POS",
                    "'" + field.ID() + "' is a constant (POS -1) without a list of at least two entries: it reads 0");
         }
@@ -116,12 +127,11 @@ private:
     }
 
     void CheckList(const cPrgmBits& field) {
-        const bool coded = field.HasValueList() && field.HasStringList();
-        if (coded) {
+        if (field.HasValueList() && field.HasStringList()) {
             CheckCodes(field);
             return;
         }
-        if (field.Position() < 0 || (!field.HasValueList() && !field.HasStringList())) {
+        if (field.Position() < 0 || !field.HasList()) {
             return;
         }
         const int codes = field.ArrayCount();
@@ -168,6 +178,31 @@ private:
             }
         }
         earlier.push_back(&field);
+    }
+
+    /// The fields that something needs: other fields, and PLLs.
+    void TakeNames() {
+        for (const cPrgmBits& field : part_.PrgmBits()) {
+            for (const Edge& edge : kEdges) {
+                named_.insert((field.*edge.name)());
+            }
+        }
+        for (const int item : part_.Items().plls) {
+            for (const PartKey& key : PartKeys()) {
+                if (key.section == std::string_view("PLLS") && key.kind == PartKey::Kind::Item) {
+                    named_.insert(file_.Text("PLLS", PartFile::Key(key.name, item), ""));
+                }
+            }
+        }
+    }
+
+    void CheckShown(const cPrgmBits& field) {
+        const std::string type = file_.Text("BITS", PartFile::Key("TYPE", item_), "Bits");
+        if ((type == "Bit" || type == "Counter") && !field.Display() && !named_.contains(field.ID())) {
+            const std::string key = PartFile::Key("DISPLAY", item_);
+            Report("DISPLAY", "'" + field.ID() + "' is never shown: " + key + "=TRUE gives it a control",
+                   Severity::Note);
+        }
     }
 
     bool HasControl(const cPrgmBits& field, int item) const {
@@ -229,6 +264,7 @@ private:
     PartFile& file_;
     int item_ = 0;
     std::unordered_map<std::string, std::vector<const cPrgmBits*>> shown_;
+    std::unordered_set<std::string> named_;
 };
 
 }   // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Errors.h"
+#include "core/FileItems.h"
 #include "core/Numbers.h"
 #include "core/PrivateSetting.h"
 
@@ -72,6 +73,19 @@ void PartFile::ReportUnread(const std::string& section, const std::string& key, 
                             const std::string& defaultText) {
     problems_.Add({Severity::Error, path_, PrivateProfileLine(section, key, path_), section, key,
                    why + "; the default \"" + defaultText + "\" is taken", defaultText});
+}
+
+bool PartFile::Repeats(const std::string& section, int item, const std::string& name, int place,
+                       const std::vector<int>& items) {
+    if (place == 0) {
+        return false;
+    }
+    const int first = FileItems::At(items, place - 1);
+    const int line = PrivateProfileLine(section, Key("NAME", first), path_);
+    Report(Severity::Error, section, Key("NAME", item),
+           "'" + name + "' stands already, as item " + ItemNumber(first) +
+               (line > 0 ? " in line " + std::to_string(line) : "") + "; this one is left out");
+    return true;
 }
 
 std::string PartFile::Key(const char* property, int item) {

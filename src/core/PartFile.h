@@ -39,6 +39,12 @@ public:
     void ReportUnread(const std::string& section, const std::string& key, const std::string& why,
                       const std::string& defaultText);
 
+    /// Whether an item has the name of an earlier one, which stands at that place of its collection, counted from 1; 0
+    /// for none. Then the fault is reported, with the line of the first. `items` are the items that made the
+    /// collection.
+    bool Repeats(const std::string& section, int item, const std::string& name, int place,
+                 const std::vector<int>& items);
+
     /// The key of an item's property, and of its mm-th list entry: NAME07, VAL0312.
     static std::string Key(const char* property, int item);
     static std::string Key(const char* property, int item, int entry);

@@ -1,28 +1,10 @@
 #include "core/PartFileReader.h"
 
 #include "core/DeviceDisplay.h"
-#include "core/Errors.h"
 #include "core/PartFile.h"
 #include "core/PartLimits.h"
 #include "core/cPart.h"
 #include "platform/Connector.h"
-
-namespace {
-
-/// Runs an operation that adds an item; false, with the fault reported at the item's name, if its name is taken.
-template <class Add>
-bool TryAdd(PartFile& file, const std::string& section, int item, Add add) {
-    try {
-        add();
-        return true;
-    } catch (const UserError& error) {
-        file.Report(Severity::Error, section, PartFile::Key("NAME", item),
-                    std::string(error.what()) + "; this one is left out");
-        return false;
-    }
-}
-
-}   // namespace
 
 void PartFileReader::ReadSetup() {
     part_.RegisterLength(file_.Short("SETUP", "REGISTER_LENGTH", "24", 1, kLongestRegister));
@@ -46,7 +28,8 @@ void PartFileReader::ReadPins() {
         const std::int16_t line = file_.Short(section, PartFile::Key("LOCATION", i), "3", 0, kPortLines - 1);
         const bool enabled = file_.Boolean(section, PartFile::Key("ENABLED", i), "False");
         lastName_ = name;
-        if (TryAdd(file_, section, i, [&] { part_.AddProgramPin(name, line); })) {
+        if (!file_.Repeats(section, i, name, part_.PrgmPins().PositionOf(name), part_.Items().pins)) {
+            part_.AddProgramPin(name, line);
             part_.PrgmPins().At(name).Enabled(enabled);
             part_.Items().pins.push_back(i);
         }
@@ -63,7 +46,8 @@ void PartFileReader::ReadRegisters() {
         const bool low = file_.Boolean(section, PartFile::Key("LOWBYTE", i), "TRUE");
         const std::string partner = file_.Text(section, PartFile::Key("HIGHLOWREGISTER", i), "");
         lastName_ = name;
-        if (TryAdd(file_, section, i, [&] { part_.AddRegister(name, mask, value, low, partner); })) {
+        if (!file_.Repeats(section, i, name, part_.Registers().PositionOf(name), part_.Items().registers)) {
+            part_.AddRegister(name, mask, value, low, partner);
             part_.Items().registers.push_back(i);
         }
     }
@@ -81,9 +65,10 @@ void PartFileReader::ReadField(int item) {
     const std::string name = file_.Text("BITS", PartFile::Key("NAME", item), PartFile::Key("Reg", item));
     const std::string type = file_.Text("BITS", PartFile::Key("TYPE", item), "Bits");
     lastName_ = name;
-    if (!TryAdd(file_, "BITS", item, [&] { AddField(item, name, registerName, type); })) {
+    if (file_.Repeats("BITS", item, name, part_.PrgmBits().PositionOf(name), part_.Items().fields)) {
         return;
     }
+    AddField(item, name, registerName, type);
     part_.Items().fields.push_back(item);
     ReadLists(item, name);
     ReadRules(item, name);

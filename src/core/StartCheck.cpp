@@ -1,6 +1,10 @@
+#include <algorithm>
 #include <cmath>
+#include <map>
 #include <string>
+#include <vector>
 
+#include "core/FieldBits.h"
 #include "core/FieldEntry.h"
 #include "core/Numbers.h"
 #include "core/PartCheck.h"
@@ -18,6 +22,7 @@ public:
         for (int i = 1; i <= part_.Registers().Count(); ++i) {
             CheckRegister(i);
         }
+        CheckAddresses();
         for (const cPrgmBits& field : part_.PrgmBits()) {
             // Names that stand for nothing were reported where they stand.
             IgnoringFailures([&] { CheckField(field); });
@@ -43,12 +48,43 @@ private:
         }
     }
 
+    /// Where all have the address 0, the device has none.
+    void CheckAddresses() {
+        std::map<std::uint64_t, std::vector<int>> places;
+        for (int i = 1; i <= part_.Registers().Count(); ++i) {
+            if (const cRegister& one = part_.Registers().At(i); HasAddress(one)) {
+                places[WholeBits(one.Value()) & AddressBits()].push_back(i);
+            }
+        }
+        for (const auto& [address, same] : places) {
+            for (std::size_t i = 1; i < same.size() && (address != 0 || places.size() > 1); ++i) {
+                Report(same[i], "the lowest " + std::to_string(part_.ControlLength()) + " bits of '" + NameAt(same[i]) +
+                                    "', its address, are those of '" + NameAt(same[0]) +
+                                    "': the device can't tell them apart");
+            }
+        }
+    }
+
+    /// An SBI device counts its registers, the high part of a pair doesn't latch, and bits in a field are no address.
+    bool HasAddress(const cRegister& one) const {
+        if (AddressBits() == 0 || part_.SBIEnable() || (part_.HighByte() && !one.LowByte())) {
+            return false;
+        }
+        const auto& fields = part_.PrgmBits();
+        return std::none_of(fields.begin(), fields.end(), [&](const cPrgmBits& field) {
+            return field.Position() >= 0 && field.Register() == one.ID() && (BitsOf(field) & AddressBits()) != 0;
+        });
+    }
+
+    std::uint64_t AddressBits() const { return FieldRun(0, part_.ControlLength()); }
+    const std::string& NameAt(int place) const { return part_.Registers().At(place).ID(); }
+
     void CheckField(const cPrgmBits& field) {
         place_ = part_.Registers().PositionOf(field.Register());
         if (place_ == 0 || field.Position() < 0) {
             return;
         }
-        if (field.HasValueList() || field.HasStringList()) {
+        if (field.HasList()) {
             CheckEntry(field);
         } else {
             CheckLimits(field);

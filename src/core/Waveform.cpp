@@ -124,9 +124,10 @@ void Waveform::StartSBI() {
     Add(wiring_.data);
 }
 
+/// Where LE shares a line with the others the sum carries.
 void Waveform::StopSBI() {
     Add(wiring_.clock | wiring_.data);
-    Add(wiring_.clock | wiring_.data | wiring_.latch | wiring_.trigger);
+    Add(static_cast<Word>((wiring_.clock | wiring_.data) + wiring_.latch));
 }
 
 void Waveform::ReadClocks() {
@@ -159,6 +160,11 @@ void Waveform::BurstStartSBI(double v) {
     StartSBI();
     BurstBits(v, true);
     ExtraClock(0);
+}
+
+void Waveform::BurstStopSBI() {
+    Add(wiring_.clock | wiring_.data);
+    Add(wiring_.clock | wiring_.data | wiring_.latch | wiring_.trigger);
 }
 
 void Waveform::BurstPins() {

@@ -53,6 +53,7 @@ public:
     void BurstLoad(double v, bool latches);
     void BurstSBILoad(int address, double v);
     void BurstStartSBI(double v);
+    void BurstStopSBI();
     void BurstPins();
     void BurstDelay() { words_.push_back(0); }   ///< One word, which is never played.
 

@@ -90,6 +90,20 @@ void cPart::AddList(const std::string& prgmBitName, std::string_view group) {
     display_->AddListBox(prgmBits_.At(prgmBitName), group);
 }
 
+void cPart::NoteFieldWrite(cRegister& written) {
+    if (fieldVisits_ != 0) {
+        fieldWrites_.emplace_back(&written, written.Held());
+    }
+}
+
+void cPart::EndFieldVisits(bool failed) noexcept {
+    for (auto write = fieldWrites_.rbegin(); failed && write != fieldWrites_.rend(); ++write) {
+        write->first->Restore(write->second);
+    }
+    fieldWrites_.clear();
+    fieldVisits_ = 0;
+}
+
 /// Marks what happens on the screen as the program's own; the mark goes whatever a display runs into.
 template <class Show>
 void cPart::Redraw(Show show) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/Collection.h"
@@ -120,6 +121,7 @@ public:
                   const std::string& nPrescaler, const std::string& rPrescaler);
     void SetupPLLFraction(const std::string& name, const std::string& numerator, const std::string& denominator);
     void SetupFraction(const std::string& numerator, const std::string& denominator);
+    /// A page that is bound to no PLL, until ClearPLL. The counts are those of every diagram.
     void AddPLLTab(const std::string& name, std::int16_t lines, std::int16_t shapes, std::int16_t labels);
 
     // Redrawing. Each does nothing where there is nothing to show.
@@ -182,6 +184,10 @@ public:
 
     /// The field visits of the operation that is running on a bit field; see FieldVisit.h.
     [[nodiscard]] int& FieldVisits() noexcept { return fieldVisits_; }
+    /// Keeps what the register holds before such an operation writes it.
+    void NoteFieldWrite(cRegister& written);
+    /// Ends the operation. If it failed, the registers are put back.
+    void EndFieldVisits(bool failed) noexcept;
 
 private:
     class BurstRun;
@@ -214,6 +220,7 @@ private:
     Waveform waveform_;
     std::vector<std::string> sentChanges_;
     std::uint64_t shiftCount_ = 0;
+    std::vector<std::pair<cRegister*, cRegister::State>> fieldWrites_;   ///< Of the operation, in its order.
     int fieldVisits_ = 0;
     std::int16_t portAddress_ = 0;
     std::int16_t clockPosition_ = 0;

@@ -22,8 +22,15 @@ double cPrgmBits::OwnBits() const {
     return OwnRegister().GetBits(position_, length_, dataInverted_);
 }
 
+/// The register, noted as it is for the case that the operation fails.
+cRegister& cPrgmBits::Written() {
+    cRegister& written = OwnRegister();
+    parent_.NoteFieldWrite(written);
+    return written;
+}
+
 void cPrgmBits::OwnBits(double count) {
-    OwnRegister().SetBits(count, position_, length_, dataInverted_);
+    Written().SetBits(count, position_, length_, dataInverted_);
 }
 
 std::int16_t cPrgmBits::GetStringArray(std::vector<std::string>& texts) const {
@@ -59,7 +66,7 @@ void cPrgmBits::BitValue(double v) {
     if (!visit || position_ < 0) {
         return;
     }
-    v = std::fabs(v);
+    v = RoundHalfEven(std::fabs(v));   // Once, before it is split.
     if (!std::isfinite(v)) {
         throw ConversionError("the bits of '" + id_ + "' can't hold " + GeneralText(v));
     }
@@ -69,7 +76,7 @@ void cPrgmBits::BitValue(double v) {
     }
     OwnBits(v);
     if (!linkedBits_.empty()) {
-        Other(linkedBits_).BitValue(std::floor(std::ldexp(RoundHalfEven(v), -length_)));
+        Other(linkedBits_).BitValue(std::floor(std::ldexp(v, -length_)));
     }
 }
 
@@ -83,7 +90,7 @@ std::int16_t cPrgmBits::PolarityValue() const {
 
 void cPrgmBits::WriteSign(bool positive) {
     if (polarity_) {
-        OwnRegister().SetBits(positive != polarityInverted_ ? 1 : 0, polarityPosition_, 1);
+        Written().SetBits(positive != polarityInverted_ ? 1 : 0, polarityPosition_, 1);
     }
 }
 
@@ -95,18 +102,20 @@ void cPrgmBits::SetNegative() {
     WriteSign(false);
 }
 
-/// The index that the bits select in a list of so many entries, or nothing beyond it. A constant has the first.
-std::optional<std::size_t> cPrgmBits::IndexIn(std::size_t entries) const {
+/// The entry of the list that the bits select; nothing beyond the list, and before it, where a link to a constant
+/// leads. A constant has the first.
+std::optional<std::size_t> cPrgmBits::Index() const {
     const double index = position_ < 0 ? 0 : RoundHalfEven(BitValue());
-    if (index < static_cast<double>(entries)) {
+    if (index >= 0 && index < static_cast<double>(Entries())) {
         return static_cast<std::size_t>(index);
     }
     return std::nullopt;
 }
 
-/// The bit code of an entry of a coded value list; -1, which no bits give, for a text that is no number.
-double cPrgmBits::CodeAt(std::size_t index) const {
-    return RoundHalfEven(ParseNumber(strings_[index]).value_or(-1));
+/// The bit code of an entry of a coded value list; nothing for an entry without one and a text that is no number.
+std::optional<double> cPrgmBits::CodeAt(std::size_t index) const {
+    const auto code = index < strings_.size() ? ParseNumber(strings_[index]) : std::nullopt;
+    return code ? std::optional(RoundHalfEven(*code)) : std::nullopt;
 }
 
 std::optional<std::size_t> cPrgmBits::CodeIndex(double code) const {
@@ -118,35 +127,24 @@ std::optional<std::size_t> cPrgmBits::CodeIndex(double code) const {
     return std::nullopt;
 }
 
-/// The texts of the string list as numbers, or nothing if one of them isn't one: then the index is the value.
-std::optional<std::vector<double>> cPrgmBits::NumericStrings() const {
+/// The number that an entry of the list is; nothing for a word.
+std::optional<double> cPrgmBits::NumberAt(std::size_t index) const {
+    return HasValueList() ? std::optional(values_[index]) : ParseNumber(strings_[index]);
+}
+
+std::vector<double> cPrgmBits::ListNumbers() const {
     std::vector<double> numbers;
-    numbers.reserve(strings_.size());
-    for (const std::string& text : strings_) {
-        const auto number = ParseNumber(text);
-        if (!number) {
-            return std::nullopt;
+    for (std::size_t i = 0; HasList() && i < Entries(); ++i) {
+        if (const auto number = NumberAt(i)) {
+            numbers.push_back(*number);
         }
-        numbers.push_back(*number);
     }
     return numbers;
 }
 
 double cPrgmBits::ListValue() const {
-    if (IsCoded() && position_ >= 0) {
-        const auto entry = CodeIndex(BitValue());
-        return entry && *entry < values_.size() ? values_[*entry] : 0;
-    }
-    if (HasValueList()) {
-        const auto index = IndexIn(values_.size());
-        return index ? values_[*index] : 0;
-    }
-    const auto index = IndexIn(strings_.size());
-    if (!index) {
-        return 0;
-    }
-    const auto numbers = NumericStrings();
-    return numbers ? (*numbers)[*index] : static_cast<double>(*index);
+    const auto entry = IsCoded() && position_ >= 0 ? CodeIndex(BitValue()) : Index();
+    return entry && *entry < Entries() ? NumberAt(*entry).value_or(static_cast<double>(*entry)) : 0;
 }
 
 double cPrgmBits::CombinedWithLinked(double own) const {
@@ -162,7 +160,7 @@ double cPrgmBits::Value() const {
     if (!visit) {
         return 0;
     }
-    if (HasValueList() || HasStringList()) {
+    if (HasList() && position_ >= -1) {
         return ListValue();
     }
     if (position_ < 0) {
@@ -177,13 +175,9 @@ std::string cPrgmBits::Text() const {
     if (!visit) {
         return {};
     }
-    if (HasValueList()) {   // Also in a coded list the raw bits are the index here.
-        const auto index = IndexIn(values_.size());
-        return index ? GeneralText(values_[*index]) : std::string();
-    }
-    if (HasStringList()) {
-        const auto index = IndexIn(strings_.size());
-        return index ? strings_[*index] : std::string();
+    if (HasList() && position_ >= -1) {   // Also in a coded list the raw bits are the index here.
+        const auto index = Index();
+        return !index ? std::string() : HasValueList() ? GeneralText(values_[*index]) : strings_[*index];
     }
     if (position_ < 0) {
         return "0" + units_;
@@ -201,7 +195,7 @@ void cPrgmBits::Value(double v) {
         throw ConversionError("'" + id_ + "' can't take the value " + GeneralText(v));
     }
     v = ApplyGreaterRule(v);
-    if (!HasValueList() && !HasStringList()) {
+    if (!HasList()) {
         v = WritePlain(v);
     } else if (!WriteList(v)) {
         return;
@@ -211,32 +205,34 @@ void cPrgmBits::Value(double v) {
     }
 }
 
-/// Writes the entry nearest to v, the earlier of two at the same distance; the first if none lies within 10000.
-/// Words have their index for a value: false, and nothing written, if v is none.
-bool cPrgmBits::WriteList(double v) {
-    const auto numbers = HasValueList() ? std::optional(values_) : NumericStrings();
-    if (!numbers) {
-        const bool isIndex = v >= 0 && v < static_cast<double>(strings_.size()) && std::trunc(v) == v;
-        if (isIndex) {
-            BitValue(v);
-        }
-        return isIndex;
-    }
-    std::size_t nearest = 0;
+/// The entry whose number is nearest to v, the earlier of two at the same distance; the first number if none lies
+/// within 10000. Nothing in a list of words.
+std::optional<std::size_t> cPrgmBits::NearestEntry(double v) const {
+    std::optional<std::size_t> nearest;
     double distance = 10000;
-    for (std::size_t i = 0; i < numbers->size(); ++i) {
-        const double d = std::fabs((*numbers)[i] - v);
-        if (d < distance) {
+    for (std::size_t i = 0; i < Entries(); ++i) {
+        const auto number = NumberAt(i);
+        if (number && (!nearest || std::fabs(*number - v) < distance)) {
             nearest = i;
-            distance = d;
+            distance = std::min(distance, std::fabs(*number - v));
         }
     }
-    if (!IsCoded()) {
-        BitValue(static_cast<double>(nearest));
-    } else if (nearest < strings_.size() && CodeAt(nearest) >= 0) {
-        BitValue(CodeAt(nearest));
+    return nearest;
+}
+
+/// Writes the nearest entry; in a list of words v is the index. False, and nothing written, if it is none.
+bool cPrgmBits::WriteList(double v) {
+    if (const auto nearest = NearestEntry(v)) {
+        if (const auto bits = IsCoded() ? CodeAt(*nearest) : std::optional(static_cast<double>(*nearest))) {
+            BitValue(*bits);
+        }
+        return true;
     }
-    return true;
+    const bool isIndex = v >= 0 && v < static_cast<double>(Entries()) && std::trunc(v) == v;
+    if (isIndex) {
+        BitValue(v);
+    }
+    return isIndex;
 }
 
 /// Writes a plain number within its limits; returns what is left for the mirror field.
@@ -249,9 +245,10 @@ double cPrgmBits::WritePlain(double v) {
     v = std::min(v, Maximum());
     const double magnitude = std::fabs(v);
     const double step = EffectiveStepValue();
-    // A magnitude below the zero value writes nothing, even where the count would round up to 0.
-    if (magnitude >= zeroValue_) {
-        OwnBits(step != 0 ? RoundHalfEven((magnitude - zeroValue_) / step) : 0);
+    if (step == 0) {
+        OwnBits(0);
+    } else if (magnitude >= zeroValue_) {   // Below it nothing is written, even where the count would round up to 0.
+        OwnBits(RoundHalfEven((magnitude - zeroValue_) / step));
     }
     if (!linkedBits_.empty()) {
         v = v - OwnBits() * step + zeroValue_;

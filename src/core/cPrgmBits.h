@@ -14,10 +14,12 @@ class cRegister;
 ///
 /// By its lists a field has one of four forms (a list counts from two entries up): plain, a number of steps from
 /// ZeroValue; a string list, an index into texts; a value list, an index into numbers; a coded value list, whose
-/// texts are the codes of its numbers. A Position of -1 marks a constant, the first entry of its list.
+/// texts are the codes of its numbers. A Position of -1 marks a constant, the first entry of its list; below it there
+/// is neither bit nor constant, and the field reads 0.
 ///
-/// Fields name each other, and a name is looked up when an operation runs; LookupError if it stands for nothing.
-/// Where names close into a circle each field is visited once per operation, and the chain ends.
+/// Fields name each other, and a name is looked up when an operation runs; LookupError if it stands for nothing. An
+/// operation that fails has changed no register. Where names close into a circle each field is visited once per
+/// operation, and the chain ends.
 class cPrgmBits {
 public:
     explicit cPrgmBits(cPart& parent) : parent_(parent) {}
@@ -71,12 +73,13 @@ public:
     [[nodiscard]] std::int16_t ArrayCount() const;   ///< Entries of the value list, else of the string list, else 0.
 
     /// The raw count in the bits, linked fields included, without step, zero value or sign; -1 for a constant.
-    /// A set stores the magnitude, cut to the bits, and looks at no limit, mirror or greater field.
+    /// A set stores the magnitude, rounded and cut to the bits, and looks at no limit, mirror or greater field.
     [[nodiscard]] double BitValue() const;
     void BitValue(double v);
 
-    /// The engineer's number. A set applies the greater rule, the limits and the list, and moves the linked and
-    /// the mirror field. A magnitude below ZeroValue writes nothing. A value that is no number is refused.
+    /// The engineer's number; of a string list the number that the entry is, or its index where it is none. A set
+    /// applies the greater rule, the limits and the list, and moves the linked and the mirror field. A magnitude below
+    /// ZeroValue writes nothing, unless the step is 0. A value that is no number is refused.
     [[nodiscard]] double Value() const;
     void Value(double v);
 
@@ -87,7 +90,7 @@ public:
     void Increment();                                 ///< One count up; wraps at the top of the bits.
     void Decrement();                                 ///< One count down; an unsigned field stops at 0.
     void ToggleBit();                                 ///< Flips one bit; a wider field goes one count up.
-    [[nodiscard]] double Maximum() const;             ///< The largest value that the bits can hold.
+    [[nodiscard]] double Maximum() const;             ///< The largest value of the bits, or number of the list.
     [[nodiscard]] std::int32_t Minimum() const;       ///< -Maximum with Polarity, else 0.
     [[nodiscard]] std::int16_t TotalLength() const;   ///< Bits, linked fields included.
 
@@ -102,8 +105,11 @@ public:
 
     [[nodiscard]] bool HasValueList() const noexcept { return values_.size() > 1; }
     [[nodiscard]] bool HasStringList() const noexcept { return strings_.size() > 1; }
+    [[nodiscard]] bool HasList() const noexcept { return HasValueList() || HasStringList(); }
     [[nodiscard]] const std::vector<std::string>& StringList() const noexcept { return strings_; }
     [[nodiscard]] const std::vector<double>& ValueList() const noexcept { return values_; }
+    /// What a Value set can choose from: the value list, or those entries of the string list that are numbers.
+    [[nodiscard]] std::vector<double> ListNumbers() const;
 
     /// The part of Value that this field's own bits may contribute in steps: StepValue, or the value of the field
     /// that gives the step.
@@ -114,15 +120,18 @@ private:
     enum class Direction { Up, Down };
 
     [[nodiscard]] cRegister& OwnRegister() const;
+    [[nodiscard]] cRegister& Written();
     [[nodiscard]] cPrgmBits& Other(const std::string& name) const;
     [[nodiscard]] double OwnBits() const;
     void OwnBits(double count);
     void WriteSign(bool positive);
     [[nodiscard]] bool IsCoded() const noexcept { return HasValueList() && HasStringList(); }
-    [[nodiscard]] std::optional<std::size_t> IndexIn(std::size_t entries) const;
-    [[nodiscard]] double CodeAt(std::size_t index) const;
+    [[nodiscard]] std::optional<std::size_t> Index() const;
+    [[nodiscard]] std::optional<double> CodeAt(std::size_t index) const;
     [[nodiscard]] std::optional<std::size_t> CodeIndex(double code) const;
-    [[nodiscard]] std::optional<std::vector<double>> NumericStrings() const;
+    [[nodiscard]] std::size_t Entries() const noexcept { return HasValueList() ? values_.size() : strings_.size(); }
+    [[nodiscard]] std::optional<double> NumberAt(std::size_t index) const;
+    [[nodiscard]] std::optional<std::size_t> NearestEntry(double v) const;
     [[nodiscard]] double ListValue() const;
     [[nodiscard]] double CombinedWithLinked(double own) const;
     [[nodiscard]] double PlainMaximum() const;

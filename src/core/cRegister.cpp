@@ -31,6 +31,12 @@ std::uint64_t Reversed(std::uint64_t bits, int length) {
     return result;
 }
 
+/// Whether bits there have weights that a double holds.
+bool HasWeights(int position, int length) {
+    constexpr int kHighestExponent = 1023;
+    return position >= 0 && length > 0 && length <= kHighestExponent && position + length - 1 <= kHighestExponent;
+}
+
 std::uint64_t Protected(std::int32_t mask) {
     return static_cast<std::uint32_t>(mask);
 }
@@ -38,7 +44,7 @@ std::uint64_t Protected(std::int32_t mask) {
 }   // namespace
 
 void cRegister::SetBits(double bits, std::int16_t position, std::int16_t bitlength, bool inv) {
-    if (bitlength <= 0 || position < 0 || !(bits >= 0) || std::isinf(bits)) {
+    if (!HasWeights(position, bitlength) || !(bits >= 0) || std::isinf(bits)) {
         return;
     }
     std::uint64_t field = WholeBits(bits);
@@ -53,7 +59,7 @@ void cRegister::SetBits(double bits, std::int16_t position, std::int16_t bitleng
 }
 
 double cRegister::GetBits(std::int16_t position, std::int16_t bitlength, bool inv) const {
-    if (bitlength <= 0 || position < 0 || position >= kWordBits) {
+    if (!HasWeights(position, bitlength) || position >= kWordBits) {
         return 0;
     }
     const std::uint64_t field = (WholeBits(value_) >> static_cast<unsigned>(position)) & Ones(bitlength);
@@ -61,7 +67,7 @@ double cRegister::GetBits(std::int16_t position, std::int16_t bitlength, bool in
 }
 
 void cRegister::ClrBit(std::int16_t position) {
-    if (position < 0) {
+    if (!HasWeights(position, 1)) {
         return;
     }
     value_ = static_cast<double>(WholeBits(value_) & ~(Raised(1, position) & ~Protected(mask_)));
@@ -69,7 +75,7 @@ void cRegister::ClrBit(std::int16_t position) {
 }
 
 void cRegister::ToggleBit(std::int16_t position) {
-    if (position < 0) {
+    if (!HasWeights(position, 1)) {
         return;
     }
     value_ = static_cast<double>(WholeBits(value_) ^ Raised(1, position));

@@ -46,7 +46,8 @@ public:
     /// Reads a field; 0 for a length of 0 or less and a negative position. Mask plays no part.
     [[nodiscard]] double GetBits(std::int16_t position, std::int16_t bitlength, bool inv = false) const;
 
-    /// Clears a bit unless Mask protects it, and marks the register changed in any case.
+    /// Clears a bit unless Mask protects it, and marks the register changed in any case but that of a position without
+    /// a weight, below 0 or above 1023, which changes nothing in the other operations either.
     void ClrBit(std::int16_t position);
 
     /// Inverts a bit, protected or not, and marks the register changed.
@@ -56,6 +57,17 @@ public:
     [[nodiscard]] std::string RegisterString() const;
 
     [[nodiscard]] cPart& Parent() const noexcept { return parent_; }
+
+    /// What an operation that fails puts back.
+    struct State {
+        double value;
+        bool change;
+    };
+    [[nodiscard]] State Held() const noexcept { return {value_, change_}; }
+    void Restore(const State& held) noexcept {
+        value_ = held.value;
+        change_ = held.change;
+    }
 
 private:
     cPart& parent_;

@@ -46,21 +46,13 @@ std::string Signed(double value, int digits) {
 
 using Range = ValueRange;
 
-std::optional<Range> Within(const std::vector<double>& values) {
+std::optional<Range> ListRange(const cPrgmBits& field) {
+    const std::vector<double> values = field.ListNumbers();
+    if (values.empty()) {
+        return std::nullopt;
+    }
     const auto [low, high] = std::minmax_element(values.begin(), values.end());
     return Range{*low, *high};
-}
-
-std::optional<Range> TextRange(const std::vector<std::string>& texts) {
-    std::vector<double> values;
-    for (const std::string& text : texts) {
-        const auto number = ParseNumber(text);
-        if (!number) {
-            return std::nullopt;
-        }
-        values.push_back(*number);
-    }
-    return Within(values);
 }
 
 /// The range as the greater field cuts it. Of that rule and a limit of the field itself the limit wins.
@@ -72,10 +64,6 @@ Range WithinRule(const cPrgmBits& field, Range range) {
             field.GreaterEqual() ? std::min(std::max(end, rule), range.high) : std::max(std::min(end, rule), range.low);
     }
     return range;
-}
-
-bool IsList(const cPrgmBits& field) {
-    return field.HasValueList() || field.HasStringList();
 }
 
 std::string RangeText(const std::optional<Range>& range, const char* unit) {
@@ -91,7 +79,7 @@ std::string StepText(const std::string& step) {
 
 std::string CounterHint(const cPLL& pll, const std::string& fieldName) {
     const cPrgmBits& field = pll.Part().PrgmBits().At(fieldName);
-    return (IsList(field) ? "" : StepText(GeneralText(field.EffectiveStepValue()))) + RangeText(RangeOf(field), "");
+    return (field.HasList() ? "" : StepText(GeneralText(field.EffectiveStepValue()))) + RangeText(RangeOf(field), "");
 }
 
 /// What N can be, the fraction included.
@@ -131,7 +119,7 @@ std::string FpdHint(cPLL& pll) {
     const cPrgmBits& field = pll.Part().PrgmBits().At(pll.RCounterName());
     const auto counter = RangeOf(field);
     std::string text = ": the reference over R";
-    if (!IsList(field) && field.EffectiveStepValue() > 0) {
+    if (!field.HasList() && field.EffectiveStepValue() > 0) {
         const double next = reference / (r + field.EffectiveStepValue());
         text += ", here in steps of " + HertzText((kilohertz - next) * 1e3);
     }
@@ -172,11 +160,8 @@ std::optional<ValueRange> RangeOf(const cPrgmBits& field) {
     if (field.Position() < 0) {
         return std::nullopt;
     }
-    if (field.HasValueList()) {
-        return Within(field.ValueList());
-    }
-    if (field.HasStringList()) {
-        return TextRange(field.StringList());
+    if (field.HasList()) {
+        return ListRange(field);
     }
     const double most = field.Maximum();
     const double high = field.MaximumValue() > 0 ? std::min(most, field.MaximumValue()) : most;

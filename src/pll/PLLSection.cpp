@@ -7,6 +7,7 @@
 #include "core/Nearest.h"
 #include "core/Numbers.h"
 #include "core/PartFile.h"
+#include "core/PartLimits.h"
 #include "core/cPart.h"
 #include "pll/EntryTexts.h"
 #include "pll/cPLL.h"
@@ -32,13 +33,10 @@ void ReadReference(cPLL& pll, PartFile& file, int item) {
 
 void ReadPLL(cPart& part, PartFile& file, int item) {
     const std::string name = file.Text(kSection, PartFile::Key("NAME", item), PartFile::Key("PLL", item));
-    try {
-        part.AddPLL(name, FieldName(file, "N", item), FieldName(file, "R", item));
-    } catch (const UserError& error) {
-        file.Report(Severity::Error, kSection, PartFile::Key("NAME", item),
-                    std::string(error.what()) + "; this one is left out");
+    if (file.Repeats(kSection, item, name, part.PLLs().PositionOf(name), part.Items().plls)) {
         return;
     }
+    part.AddPLL(name, FieldName(file, "N", item), FieldName(file, "R", item));
     part.Items().plls.push_back(item);
     part.SetupPLL(FieldName(file, "PD", item), FieldName(file, "IPO", item), FieldName(file, "TRI", item),
                   FieldName(file, "NP", item), FieldName(file, "RP", item));
@@ -105,7 +103,7 @@ private:
 
     void CheckTexts() {
         for (const char* property : {"N", "R", "FRACTNUM", "FRACTDEN"}) {
-            CheckNumeric(property, Severity::Warning, "the PLL counts with the numbers of its entries");
+            CheckNumeric(property, Severity::Warning, "there the PLL counts with the number of the entry");
         }
         CheckNumeric("NP", Severity::Note, "the prescaler check can't calculate with it");
     }
@@ -117,8 +115,10 @@ private:
             return;   // A name that stands for nothing was reported.
         }
         const auto& texts = field->StringList();
-        if (!std::all_of(texts.begin(), texts.end(), [](const std::string& text) { return ParseNumber(text); })) {
-            Report(property, severity, "the texts of '" + name + "' aren't all numbers: " + effect);
+        const auto word =
+            std::find_if(texts.begin(), texts.end(), [](const std::string& t) { return !ParseNumber(t); });
+        if (word != texts.end()) {
+            Report(property, severity, "\"" + *word + "\" in the list of '" + name + "' is no number: " + effect);
         }
     }
 
@@ -154,8 +154,13 @@ private:
 
 void ReadPLLs(cPart& part, PartFile& file) {
     const int count = file.Short(kSection, "COUNT", "0");
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < std::min(count, kMostPLLs); ++i) {
         ReadPLL(part, file, i);
+    }
+    if (count > kMostPLLs) {
+        file.Report(Severity::Error, kSection, "COUNT",
+                    std::to_string(count) + " PLLs are more than a device can have: the first " +
+                        std::to_string(kMostPLLs) + " are made");
     }
 }
 

@@ -12,20 +12,15 @@ void cPart::AddPLL(const std::string& name, const std::string& nBits, const std:
     made->NCounter(nBits);
     made->RCounter(rBits);
     plls_.Add(name, std::move(made));
-    if (lines_ != 0) {
-        AddPLLTab(name, lines_, shapes_, labels_);
-        return;
-    }
     lines_ = kDiagramLines;
     shapes_ = kDiagramShapes;
     labels_ = kDiagramLabels;
-    display_->AddPLLPage(0, name);
+    display_->AddPLLPage(plls_.Count() - 1, name);
 }
 
 void cPart::AddPLLTab(const std::string& name, std::int16_t /*lines*/, std::int16_t /*shapes*/,
                       std::int16_t /*labels*/) {
-    static_cast<void>(plls_.At(plls_.Count()));   // Fails without a PLL.
-    display_->AddPLLPage(plls_.Count() - 1, name);
+    display_->AddFreePLLPage(name);
 }
 
 void cPart::SetupPLL(const std::string& polarity, const std::string& gain, const std::string& state,

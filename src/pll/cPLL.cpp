@@ -94,7 +94,6 @@ double cPLL::PDFrequency() {
 
 void cPLL::PDFrequency(double kilohertz) {
     NeedFinite(id_, "phase detector frequency", kilohertz);
-    const double oldR = RValue();
     const double reference = xtalHertz_ == 0 ? kHertzPerMega : xtalHertz_;
     if (kilohertz == 0) {
         throw RefusedError("PLL '" + id_ + "' can't compare at 0 kHz");
@@ -107,8 +106,15 @@ void cPLL::PDFrequency(double kilohertz) {
                            " kHz: R would not fit 32 bits");
     }
     NeedReference();
+    if (!vcoFixed_) {
+        RValue(wanted);
+        return;
+    }
+    RepairR();   // Before and after: an R of 0 has no ratio, and N would be lost.
+    const double oldR = RValue();
     RValue(wanted);
-    if (vcoFixed_) {
+    RepairR();
+    if (oldR != 0 && RValue() != 0) {
         NValue(NValue() / (oldR / RValue()));
     }
 }
@@ -197,8 +203,7 @@ double cPLL::Resolution() {
     const double comparison = PDFrequency() * kHertzPerKilo;
     if (!Fractional()) {
         const cPrgmBits& counter = Field(nCounter_);
-        return counter.HasValueList() || counter.HasStringList() ? comparison
-                                                                 : comparison * counter.EffectiveStepValue();
+        return counter.HasList() ? comparison : comparison * counter.EffectiveStepValue();
     }
     const std::int32_t denominator = DenValue();
     return denominator > 0 ? comparison / denominator : comparison;

@@ -155,7 +155,7 @@ bool BitsPage::ShowList(int index) {
     QComboBox* list = cmbBits_[index];
     const bool fits = bits < list->count();
     list->setPlaceholderText(fits ? QString() : tr("%1 (not in the list)").arg(Qt8(GeneralText(bits))));
-    list->setCurrentIndex(fits ? static_cast<int>(bits) : -1);
+    list->setCurrentIndex(fits && bits >= 0 ? static_cast<int>(bits) : -1);
     if (fits) {
         member.refused.reset();
         return false;

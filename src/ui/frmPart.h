@@ -96,6 +96,7 @@ public:
     void AddCounterBox(const cPrgmBits& added, std::string_view group) override;
     void AddListBox(const cPrgmBits& field, std::string_view group) override;
     void AddPLLPage(int index, const std::string& name) override;
+    void AddFreePLLPage(const std::string& name) override;
     void BindPLLBlocks(int index, const PLLBlocks& blocks) override;
     void BindFraction(int index, const std::string& numerator, const std::string& denominator) override;
     void ShowBurstRunning(bool running) override;
@@ -150,6 +151,7 @@ private:
     void ShowProblems();
     void NoteProgress();
     [[nodiscard]] std::vector<double> NotedState(bool untilLoad);
+    void NamePLLPage(int page, const std::string& name);   ///< And makes it current.
 
     cPart& part_;
     Port& port_;
@@ -180,4 +182,5 @@ private:
     std::optional<StateNote> stateNote_;   ///< What the status bar's line is true of, if it is about the device.
     QPointer<frmAboutBox> aboutBox_;       ///< The one that is open, if any.
     std::vector<PLLPage*> pllPages_;       ///< By PLL index; the first stands from the first device on.
+    std::vector<PLLPage*> freePages_;      ///< Behind them; they belong to no PLL.
 };

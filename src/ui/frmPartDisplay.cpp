@@ -1,3 +1,4 @@
+#include "core/PartLimits.h"
 #include "settings/Modes.h"
 #include "ui/BitsPage.h"
 #include "ui/BurstPage.h"
@@ -71,14 +72,18 @@ std::string frmPart::SaveDevice() {
 }
 
 void frmPart::RemovePLLPages() {
-    if (pllPages_.size() > 1) {
+    if (pllPages_.size() > 1 || !freePages_.empty()) {
         Turn(kFirstPLLPage);
     }
-    while (pllPages_.size() > 1) {
-        tabPart_->removeTab(tabPart_->indexOf(pllPages_.back()));
-        delete pllPages_.back();
-        pllPages_.pop_back();
-    }
+    const auto shorten = [&](std::vector<PLLPage*>& pages, std::size_t left) {
+        while (pages.size() > left) {
+            tabPart_->removeTab(tabPart_->indexOf(pages.back()));
+            delete pages.back();
+            pages.pop_back();
+        }
+    };
+    shorten(freePages_, 0);
+    shorten(pllPages_, 1);
 }
 
 void frmPart::RebuildRulers() {
@@ -117,14 +122,24 @@ void frmPart::AddPLLPage(int index, const std::string& name) {
     const auto place = static_cast<std::size_t>(index);
     if (place == pllPages_.size()) {
         pllPages_.push_back(new PLLPage(*this, index));
-        tabPart_->addTab(pllPages_.back(), QString());
+        tabPart_->insertTab(kFirstPLLPage + index, pllPages_.back(), QString());
     }
     if (place < pllPages_.size()) {
-        const int page = kFirstPLLPage + index;
-        tabPart_->setTabText(page, Qt8(name).replace(QLatin1Char('&'), QLatin1String("&&")));
-        Turn(page);
+        NamePLLPage(kFirstPLLPage + index, name);
         pllPages_[place]->Bind(Qt8(name));
     }
+}
+
+void frmPart::AddFreePLLPage(const std::string& name) {
+    ForDevice();
+    // Its controls are members behind those of all PLLs that a part file can have.
+    freePages_.push_back(new PLLPage(*this, kMostPLLs + static_cast<int>(freePages_.size())));
+    NamePLLPage(tabPart_->addTab(freePages_.back(), QString()), name);
+}
+
+void frmPart::NamePLLPage(int page, const std::string& name) {
+    tabPart_->setTabText(page, Qt8(name).replace(QLatin1Char('&'), QLatin1String("&&")));
+    Turn(page);
 }
 
 void frmPart::BindPLLBlocks(int index, const PLLBlocks& blocks) {

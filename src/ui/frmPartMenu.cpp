@@ -75,8 +75,8 @@ void frmPart::WireStepCommands() {
 
 /// The PLL's page that is current, or null: without a device, and on the pages that belong to no PLL.
 PLLPage* frmPart::CurrentPLLPage() const {
-    const int index = tabPart_->currentIndex() - kFirstPLLPage;
-    return part_.ID().empty() || index < 0 ? nullptr : pllPages_[static_cast<std::size_t>(index)];
+    const auto index = static_cast<std::size_t>(tabPart_->currentIndex() - kFirstPLLPage);
+    return part_.ID().empty() || index >= pllPages_.size() ? nullptr : pllPages_[index];
 }
 
 void frmPart::BuildDeviceMenus() {

@@ -160,7 +160,7 @@ class OneProgram(unittest.TestCase):
             ("Conversion", "an entry of", c.raw, PART + "/PrgmBits/4", SERVICE + ".PrgmBits", "SetValueArray", "ad",
              [1.0, NAN]),
             ("Conversion", "no reference frequency", c.call, "SetOSCinFrequency", "sd", "RF PLL", 1e305),
-            ("Conversion", "16-bit number, -32768 to 32767", c.call, "LoadReg", "n", 32767),
+            ("Conversion", "argument 1 (Index) is 32767", c.call, "LoadReg", "n", 32767),
             ("Conversion", "1 to 53 are possible", c.set, PART, "Part", "RegisterLength", 54, "n"),
             ("Conversion", "the lines are 0 to 7", c.set, PART + "/PrgmPins/1", "PrgmPin", "Position", 15, "n"),
             ("Refused", "can't compare at 0 kHz", c.call, "SetPDFrequency", "sd", "RF PLL", 0.0),

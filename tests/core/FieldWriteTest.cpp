@@ -48,7 +48,7 @@ TEST(FieldWrite, PlainValues) {
     Check(R"(
         'F 4+4'  909 F=5 959  0 F=20 F0;  'F 0+4 step=2 zero=1'  0 F=6 2  0 F=8 4;  'F 0+4 step=0.1'  0 F=0.3 3
         'F 0+4 zero=3'  9 F=2 9  9 F=2.6 9  9 F=3 0;  'F 0+4 inv'  0 F=1 8;  'F 0+4'  5 F=-3 0;  'F 0+4 min=4'  0 F=2 4
-        'F 0+4 max=9'  0 F=12 9;  'F 0+4 max=-1'  0 F=12 C;  'F 0+4 min=9 max=4'  0 F=2 4;  'F 0+4 step=0'  9 F=5 0
+        'F 0+4 max=9'  0 F=12 9;  'F 0+4 max=-1'  0 F=12 C;  'F 0+4 min=9 max=4'  0 F=2 4;  'F 0+4 step=0 zero=3'  9 F=5 0  9 F=2 0
         'F 0+40'  0 F=687194767361 A000000001;  'F 0+53'  0 F=9007199254740991 1FFFFFFFFFFFFF
         'F 0+4 stepfrom=S; S 8+4'  300 F=9 303;  'F -1+4'  55 F=3 55  55 F:=3 55)");
     Check("'F 0+4'  0 F=15 C", 3);
@@ -65,7 +65,8 @@ TEST(FieldWrite, Lists) {
     // The earlier of two at the same distance; the first if none lies within 10000; words have their index.
     Check(R"(
         'F 0+2 values=10,20,40'  0 F=24 1  0 F=30 1  2 F=50000 0  2 F=-50 0
-        'F 0+2 values=0,10000'  0 F=19999 1  1 F=20000 0;  'F 0+2 texts=5,10,20'  0 F=11 1;  'F 0+4 values=7'  0 F=5 5
+        'F 0+2 values=0,10000'  0 F=19999 1  1 F=20000 0;  'F 0+2 texts=5,10,20'  0 F=11 1
+        'F 0+2 texts=1,2,4,Reserved'  0 F=4 2  0 F=3 1  0 F=9 2;  'F 0+2 texts=x,10,20'  0 F=50000 1;  'F 0+4 values=7'  0 F=5 5
         'F 0+4 values=100,200 texts=2,5'  0 F=200 5  0 F=-1 2;  'F 0+4 values=100,200 texts=x,5'  9 F=100 9
         'F 0+4 values=100,200,300 texts=2,5'  9 F=300 9
         'F 0+2 texts=Off,On,Auto mirror=M; M 4+4'  0 F=2 22  51 F=1.5 51  51 F=3 51  51 F=-1 51
@@ -74,9 +75,9 @@ TEST(FieldWrite, Lists) {
 
 TEST(FieldWrite, Bits) {
     Check(R"(
-        'F 0+4'  0 F:=-3 3  0 F:=5.9 5;  'F 0+4 zero=9 step=3 max=2'  0 F:=20 4;  'F 0+4 link=G; G 4+4'  0 F:=37 25
+        'F 0+4'  0 F:=-3 3  0 F:=5.5 6;  'F 0+4 zero=9 step=3 max=2'  0 F:=20 4;  'F 0+4 link=G; G 4+4'  0 F:=37 25  0 F:=15.7 10
         'F 0+4 link=G; G 4+4 link=H; H 8+4'  0 F:=291 123;  'F 0+40 link=G; G 40+13'  0 F:=6597069766657 60000000001
-        'F 0+4 step=0 link=G; G 4+4'  5 F:=9 95;  'F 0+4 mirror=M; M 4+4'  11 F:=6 16
+        'F 0+4 step=0 link=G; G 4+4'  5 F:=9 95;  'F 0+4 step=0'  5 F:=9 9;  'F 0+4 mirror=M; M 4+4'  11 F:=6 16
         'F 0+4 atleast=A; A 4+4'  A0 F:=6 A6)");
 }
 
@@ -134,10 +135,12 @@ TEST(FieldWrite, AnUnknownNameReachesTheCallerAndBlocksNothing) {
         [](cPrgmBits& f) { static_cast<void>(f.Text()); },        [](cPrgmBits& f) { static_cast<void>(f.Maximum()); },
         [](cPrgmBits& f) { static_cast<void>(f.TotalLength()); }, [](cPrgmBits& f) { f.Increment(); }};
     TestPart device(8);
-    device.Register("R", 5);
+    cRegister& tested = device.Register("R", 5);
     device.Fields("F 0+4 link=X; G 4+4 step=16");
     for (const auto& operation : operations) {
         EXPECT_THROW(operation(device.Field("F")), LookupError) << "operation " << &operation - operations.data();
+        EXPECT_EQ(tested.Value(), 5) << "what was written is taken back";
+        EXPECT_FALSE(tested.Change());
     }
     device.Field("F").LinkedBits("G");
     device.Field("F").Value(37);

@@ -143,9 +143,9 @@ TEST(SerialLoad, SBIFramesAndReadCycle) {
     device.part.ResetOutputPins();   // A trigger that is off is no trigger.
     device.part.LoadValue(5);
     EXPECT_EQ(Text(device.port.TakeWords()), "2 3 2 0 1 0 2 3 2 2 3 2");
-    device.part.LEPosition(1);   // One line with two uses stays one line.
+    device.part.LEPosition(1);   // Added to a line in use, LE carries into the next.
     device.part.StopSBILoad();
-    EXPECT_EQ(Text(device.port.TakeWords()), "3 3");
+    EXPECT_EQ(Text(device.port.TakeWords()), "3 4");
 }
 
 TEST(SerialLoad, ReadNumberHasBit7SetAtAnyLength) {

@@ -30,6 +30,7 @@ public:
     }
     void AddListBox(const cPrgmBits& field, std::string_view group) override { Note("list " + Placed(field, group)); }
     void AddPLLPage(int index, const std::string& name) override { Note("page " + std::to_string(index) + ' ' + name); }
+    void AddFreePLLPage(const std::string& name) override { Note("free page " + name); }
     void BindPLLBlocks(int index, const PLLBlocks& b) override {
         Note("blocks " + std::to_string(index) + ' ' + b.polarity + ',' + b.gain + ',' + b.state + ',' + b.nPrescaler +
              ',' + b.rPrescaler);

@@ -391,6 +391,10 @@ TEST_F(PLLPageTest, AFaultyPartFileEmptiesOnlyWhatItBreaks) {
 TEST_F(PLLPageTest, AnotherDeviceStartsAfresh) {
     Open(0);
     EXPECT_EQ(Window().Pages().count(), 7);
+    part.AddPLLTab("FREE", 19, 9, 22);   // A page of no PLL, the current one now.
+    EXPECT_EQ(Window().Pages().tabText(6) + Window().Pages().tabText(7), "LOFREE");
+    KeyClick(Qt::Key_F2);
+    EXPECT_EQ(Sent(), "");
     OpenPart("NONE", "[PLLS]|COUNT=0|");
     EXPECT_EQ(Window().Pages().count(), 5);
     EXPECT_FALSE(Has("linPLL(19)"));
