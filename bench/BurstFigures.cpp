@@ -3,7 +3,7 @@
 #include "burst/BurstText.h"
 #include "burst/SetupFile.h"
 #include "burst/cBurst.h"
-#include "platform/Connector.h"
+#include "ports/Connector.h"
 #include "support/TempFolder.h"
 
 namespace {

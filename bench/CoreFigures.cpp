@@ -4,7 +4,7 @@
 #include "Figures.h"
 #include "LargeDevice.h"
 #include "OneRegister.h"
-#include "platform/Connector.h"
+#include "ports/Connector.h"
 #include "settings/DeviceSetup.h"
 #include "support/TempFolder.h"
 

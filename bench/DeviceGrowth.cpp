@@ -4,7 +4,7 @@
 #include "Growth.h"
 #include "LargeWindow.h"
 #include "settings/DeviceSetup.h"
-#include "ui/RegistersPage.h"
+#include "ui/registers/RegistersPage.h"
 
 // Registers, and fields: each in a device without a window, and in the real window.
 

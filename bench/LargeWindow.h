@@ -5,9 +5,9 @@
 
 #include "LargeDevice.h"
 #include "core/cPart.h"
-#include "platform/SimulatedPort.h"
+#include "ports/SimulatedPort.h"
 #include "support/TempFolder.h"
-#include "ui/frmPart.h"
+#include "ui/window/frmPart.h"
 
 /// The real window with an invented device.
 struct LargeWindow {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/cPart.h"
-#include "platform/PortDrivers.h"
+#include "ports/PortDrivers.h"
 
 /// A device with one register of 24 bits, called "R", on the bare simulated port. The port is made by its driver's
 /// name, as in the program, and so out of the optimiser's sight.

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "core/cPart.h"
-#include "platform/ParPort.h"
+#include "ports/ParPort.h"
 
 // How long a load takes through the driver "parport", beside a bare loop of the same ioctls on the same device.
 //

@@ -3,7 +3,7 @@
 #include "PartFileWriter.h"
 #include "core/Errors.h"
 #include "core/cPart.h"
-#include "platform/SimulatedPort.h"
+#include "ports/SimulatedPort.h"
 #include "pll/cPLL.h"
 #include "settings/DeviceSetup.h"
 #include "settings/Modes.h"

@@ -2,9 +2,9 @@
 #include <vector>
 
 #include "FuzzInput.h"
-#include "platform/PrivateProfile.h"
-#include "platform/ProfileName.h"
-#include "platform/ProfileText.h"
+#include "ini/PrivateProfile.h"
+#include "ini/ProfileName.h"
+#include "ini/ProfileText.h"
 
 // Any bytes as an INI file: reads at any size, and changes after which the file says what was written and nothing else
 // that is different.

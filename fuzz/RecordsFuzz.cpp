@@ -4,11 +4,11 @@
 #include <vector>
 
 #include "FuzzInput.h"
-#include "platform/Connector.h"
-#include "platform/PortLog.h"
-#include "platform/PortTrace.h"
-#include "platform/RecordingPort.h"
-#include "platform/SimulatedPort.h"
+#include "ports/Connector.h"
+#include "ports/PortLog.h"
+#include "ports/PortTrace.h"
+#include "ports/RecordingPort.h"
+#include "ports/SimulatedPort.h"
 
 // Any writes at any times: the log has a line for each, and the waveform is one that a viewer can read, with the levels
 // that were written.

@@ -2,7 +2,7 @@
 #include "FuzzInput.h"
 #include "burst/SetupFile.h"
 #include "core/cPart.h"
-#include "platform/SimulatedPort.h"
+#include "ports/SimulatedPort.h"
 #include "settings/DeviceSetup.h"
 
 // Any bytes as a set-up file: loading it leaves a device that works, and what is then saved brings it back.

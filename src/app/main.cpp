@@ -6,12 +6,12 @@
 #include "automation/Automation.h"
 #include "core/Part.h"
 #include "core/cPart.h"
-#include "platform/PortDrivers.h"
-#include "platform/ProgramFolder.h"
+#include "ports/PortDrivers.h"
+#include "settings/ProgramFolder.h"
 #include "settings/SettingsFile.h"
-#include "ui/ProgramIcon.h"
-#include "ui/WindowPlace.h"
-#include "ui/frmPart.h"
+#include "ui/window/ProgramIcon.h"
+#include "ui/window/WindowPlace.h"
+#include "ui/window/frmPart.h"
 
 cPart& Part() {
     static cPart part;

@@ -10,7 +10,7 @@
 #include "core/Errors.h"
 #include "core/Numbers.h"
 #include "core/cPart.h"
-#include "platform/ProgramWindow.h"
+#include "machine/ProgramWindow.h"
 #include "pll/cPLL.h"
 
 namespace {

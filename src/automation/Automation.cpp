@@ -4,7 +4,7 @@
 #include <QDBusError>
 
 #include "automation/Paths.h"
-#include "platform/ProgramWindow.h"
+#include "machine/ProgramWindow.h"
 
 Automation::Automation(cPart& part, ProgramWindow& window, QDBusConnection bus)
     : window_(window), bus_(std::move(bus)), factory_(part, window), tree_(part, factory_, window) {

@@ -2,7 +2,7 @@
 
 #include "automation/ModelInterface.h"
 #include "automation/Paths.h"
-#include "platform/ProgramWindow.h"
+#include "machine/ProgramWindow.h"
 
 Factory::Factory(cPart& part, ProgramWindow& window) : part_(part), window_(window) {}
 

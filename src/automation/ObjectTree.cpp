@@ -9,7 +9,7 @@
 #include "burst/cBurst.h"
 #include "core/Errors.h"
 #include "core/cPart.h"
-#include "platform/ProgramWindow.h"
+#include "machine/ProgramWindow.h"
 #include "pll/cPLL.h"
 
 namespace {

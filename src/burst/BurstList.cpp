@@ -6,7 +6,7 @@
 #include "core/Errors.h"
 #include "core/Numbers.h"
 #include "core/cPart.h"
-#include "platform/EventPump.h"
+#include "machine/EventPump.h"
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include "burst/cBurst.h"
 #include "core/Errors.h"
 #include "core/Numbers.h"
-#include "core/PrivateSetting.h"
+#include "ini/PrivateSetting.h"
 #include "core/cPart.h"
-#include "platform/Connector.h"
-#include "platform/PrivateProfile.h"
+#include "ports/Connector.h"
+#include "ini/PrivateProfile.h"
 #include "pll/cPLL.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Connector.h"
+#include "ports/Connector.h"
 
 class cPart;
 

@@ -6,8 +6,8 @@
 #include "core/Numbers.h"
 #include "core/PartLimits.h"
 #include "core/cPart.h"
-#include "platform/Connector.h"
-#include "platform/Port.h"
+#include "ports/Connector.h"
+#include "ports/Port.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include "core/BinaryString.h"
 #include "core/DeviceDisplay.h"
-#include "platform/EventPump.h"
-#include "platform/Port.h"
+#include "machine/EventPump.h"
+#include "ports/Port.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "core/Errors.h"
 #include "core/cPart.h"
-#include "platform/Connector.h"
+#include "ports/Connector.h"
 
 std::int16_t cPrgmPin::Position() const noexcept {
     return static_cast<std::int16_t>(std::countr_zero(static_cast<std::uint16_t>(value_)));

@@ -1,12 +1,12 @@
 #include "settings/DeviceSetup.h"
 
 #include "core/DeviceDisplay.h"
-#include "core/PartCheck.h"
-#include "core/PartFile.h"
-#include "core/PartFileReader.h"
+#include "partfile/PartCheck.h"
+#include "partfile/PartFile.h"
+#include "partfile/PartFileReader.h"
 #include "core/cPart.h"
-#include "platform/PrivateProfile.h"
-#include "pll/PLLSection.h"
+#include "ini/PrivateProfile.h"
+#include "partfile/PLLSection.h"
 #include "settings/Modes.h"
 #include "settings/PartFilePath.h"
 

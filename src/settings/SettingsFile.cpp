@@ -4,8 +4,8 @@
 
 #include "core/Errors.h"
 #include "core/Numbers.h"
-#include "core/PrivateSetting.h"
-#include "platform/PrivateProfile.h"
+#include "ini/PrivateSetting.h"
+#include "ini/PrivateProfile.h"
 
 std::string SettingsFile::ReadError() const {
     const auto reason = PrivateProfileReadError(path_);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/PortDrivers.h"
+#include "ports/PortDrivers.h"
 
 /// A group of the device menu, and the section of the settings file that lists its devices.
 struct DeviceGroup {

@@ -7,7 +7,7 @@
 #include "burst/cBurst.h"
 #include "core/DeviceDisplay.h"
 #include "core/Errors.h"
-#include "platform/EventPump.h"
+#include "machine/EventPump.h"
 #include "support/Cases.h"
 #include "support/TestPart.h"
 

@@ -11,7 +11,7 @@
 #include <iterator>
 #include <map>
 
-#include "platform/PortDrivers.h"
+#include "ports/PortDrivers.h"
 #include "ui/WindowFixture.h"
 
 // The real window and the real port records on a small disk that gets full or read-only, or loses their folder.

@@ -8,8 +8,8 @@
 #include <string>
 #include <thread>
 
-#include "platform/PortCalls.h"
-#include "platform/PortDrivers.h"
+#include "ports/PortCalls.h"
+#include "ports/PortDrivers.h"
 
 // Tells how a port stands, as the status bar would, whenever that changes, and at the end the whole story. Does what
 // the program does: writes to the port now and then, and looks at it when there is nothing else to do.

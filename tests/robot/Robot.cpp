@@ -9,10 +9,10 @@
 #include "RobotActions.h"
 #include "RobotChecks.h"
 #include "automation/Automation.h"
-#include "platform/PortLog.h"
-#include "platform/RecordingPort.h"
+#include "ports/PortLog.h"
+#include "ports/RecordingPort.h"
 #include "support/TempFolder.h"
-#include "ui/frmPart.h"
+#include "ui/window/frmPart.h"
 
 // Works the real window at random and checks after each step that the screen says what the device says.
 // usage: dbus-run-session -- test_robot [STEPS [SEED]]

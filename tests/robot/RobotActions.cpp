@@ -13,8 +13,8 @@
 #include <array>
 
 #include "core/cPart.h"
-#include "ui/TextBox.h"
-#include "ui/frmPart.h"
+#include "ui/controls/TextBox.h"
+#include "ui/window/frmPart.h"
 
 RobotActions::RobotActions(frmPart& window, cPart& part, std::vector<std::string> devices, std::string folder,
                            unsigned seed)

@@ -13,10 +13,10 @@
 #include "core/Numbers.h"
 #include "pll/cPLL.h"
 #include "support/TestPart.h"
-#include "ui/BitRow.h"
-#include "ui/RegisterBitsBox.h"
-#include "ui/TextBox.h"
-#include "ui/frmPart.h"
+#include "ui/bits/BitRow.h"
+#include "ui/registers/RegisterBitsBox.h"
+#include "ui/controls/TextBox.h"
+#include "ui/window/frmPart.h"
 
 namespace {
 

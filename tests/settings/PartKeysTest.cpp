@@ -1,4 +1,4 @@
-#include "core/PartKeys.h"
+#include "partfile/PartKeys.h"
 
 #include <gtest/gtest.h>
 

@@ -13,7 +13,7 @@
 
 #include "core/Numbers.h"
 #include "core/cPart.h"
-#include "platform/PortDrivers.h"
+#include "ports/PortDrivers.h"
 #include "pll/cPLL.h"
 #include "settings/DeviceSetup.h"
 #include "settings/SettingsFile.h"

@@ -7,7 +7,7 @@
 #include <set>
 #include <sstream>
 
-#include "../platform/FailingCalls.h"
+#include "support/FailingCalls.h"
 #include "burst/SetupFile.h"
 #include "burst/cBurst.h"
 #include "core/cPart.h"

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/Connector.h"
-#include "platform/Port.h"
+#include "ports/Connector.h"
+#include "ports/Port.h"
 
 struct PortWrite {
     std::uint16_t port = 0;

@@ -5,7 +5,7 @@
 
 #include "support/Cases.h"
 #include "ui/WindowFixture.h"
-#include "ui/frmAboutBox.h"
+#include "ui/window/frmAboutBox.h"
 
 class AboutBox : public WindowFixture {
 protected:

@@ -8,8 +8,8 @@
 #include <map>
 #include <set>
 
-#include "ui/Colours.h"
-#include "ui/Spinner.h"
+#include "ui/controls/Colours.h"
+#include "ui/controls/Spinner.h"
 #include "ui/WindowFixture.h"
 
 // The whole window from the keyboard and for a screen reader, with the largest devices that ship.

@@ -3,8 +3,8 @@
 #include <QScrollBar>
 #include <QTabBar>
 
-#include "ui/ConnectorShape.h"
-#include "ui/PLLDiagramItems.h"
+#include "ui/port/ConnectorShape.h"
+#include "ui/pll/PLLDiagramItems.h"
 #include "ui/WindowFixture.h"
 
 // More of everything than any device has, in the smallest window and in a very large one.

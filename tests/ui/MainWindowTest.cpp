@@ -6,9 +6,9 @@
 #include "burst/cBurst.h"
 #include "settings/Modes.h"
 #include "support/TextTable.h"
-#include "ui/Documents.h"
+#include "ui/window/Documents.h"
 #include "ui/WindowFixture.h"
-#include "ui/WindowPlace.h"
+#include "ui/window/WindowPlace.h"
 
 namespace {
 

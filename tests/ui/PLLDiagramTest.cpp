@@ -1,7 +1,7 @@
 #include <QLabel>
 
 #include "support/Cases.h"
-#include "ui/PLLDiagramItems.h"
+#include "ui/pll/PLLDiagramItems.h"
 #include "ui/WindowFixture.h"
 
 /// The block diagrams of a shipped device with three loops.

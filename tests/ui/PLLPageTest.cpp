@@ -5,7 +5,7 @@
 #include "support/Cases.h"
 #include "support/TestPart.h"
 #include "support/TextTable.h"
-#include "ui/Spinner.h"
+#include "ui/controls/Spinner.h"
 #include "ui/WindowFixture.h"
 
 namespace {

@@ -4,8 +4,8 @@
 
 #include "burst/cBurst.h"
 #include "support/Cases.h"
-#include "ui/ConnectorShape.h"
-#include "ui/TextBox.h"
+#include "ui/port/ConnectorShape.h"
+#include "ui/controls/TextBox.h"
 #include "ui/WindowFixture.h"
 
 namespace {

@@ -20,7 +20,7 @@
 #include "support/FakePort.h"
 #include "support/PartText.h"
 #include "support/TempFolder.h"
-#include "ui/frmPart.h"
+#include "ui/window/frmPart.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
