@@ -29,7 +29,6 @@ TEST(FrequencyEntry, ShowsWhatWasReachedAndSaysWhatWasAsked) {
          "kHz"},
         {0, Fpd, "0.3MHz", "303.030303030303", "1000/33/0/0",
          "asked 300 kHz, reached 303.030303030303 kHz: +3030.3 Hz, +10100 ppm"},
-        {0, Fpd, "0", "100", "1000/100/0/0", "PLL 'RF' can't compare at 0 kHz"},
         {0, Fpd, "1E-9", "100", "1000/100/0/0", "PLL 'RF' can't compare at 1E-09 kHz: R would not fit 32 bits"},
         {0, Osc, "-12.5", "12.5", "1000/100/0/0", "12.5 MHz exact"},
         {0, Osc, "0", "0.000001", "1000/100/0/0", "asked 0 MHz, reached 0.000001 MHz: +1 Hz"},
@@ -59,9 +58,7 @@ TEST(FrequencyEntry, SaysWhatWasSent) {
     EntryResult refused;
     refused.refusal = "no";
     const Cases<EntryResult, Sent, const char*> cases = {
-        {met, {true, {"R0"}}, "2400.05 MHz exact, sent R0"},
         {met, {true, {}}, "2400.05 MHz exact, nothing to send"},
-        {met, {false, {}}, "2400.05 MHz exact, not sent: AutoReload with Changes is off"},
         {met, {true, std::vector<std::string>(9, "R")}, "2400.05 MHz exact, sent 9 registers"},
         {refused, {true, {"R0", "R1"}}, "no; sent R0, R1"},
         {refused, {true, {}}, "no"}};
@@ -133,7 +130,6 @@ TEST(FrequencyEntry, HintsTellUnitResolutionAndRange) {
         {0, Fpd,
          "Phase detector frequency in kHz: the reference over R, here in steps of 990.099 Hz, 0.610388818 to 10000 "
          "kHz"},
-        {0, RCounter, "Value of the R counter, in steps of 1, 0 to 16383"},
         {0, NCounter, "Value of the N counter, in steps of 1, 56 to 131071"},
         {8, NCounter, "Value of the N counter, in steps of 1/8, 56 to 131071.875"},
         {8, FractNum, "Numerator of the fraction, in steps of 1, 0 to 255; one count is 12.5 kHz at the VCO"},
@@ -160,7 +156,6 @@ TEST(FrequencyEntry, HintsTellUnitResolutionAndRange) {
 }
 
 TEST(FrequencyEntry, FrequenciesInReadableUnits) {
-    EXPECT_EQ(HertzText(2.5e9), "2.5 GHz");
     EXPECT_EQ(HertzText(999999.9), "1 MHz") << "rounded across a unit";
     EXPECT_EQ(HertzText(-1234567), "-1.23457 MHz");
     EXPECT_EQ(HertzText(0.0125), "12.5 mHz");

@@ -23,7 +23,6 @@ TEST(StepCommands, MoveNThroughTheFrequencyAndTheNumeratorByItsField) {
         {4, "n=1000.25", IncN, "abc", "1000/100/1/4",
          "the step is unknown: Phase detector frequency: \"abc\" is no frequency; it takes kHz, or a number with its "
          "unit, as 433.5MHz, 2.4G or 200 kHz"},
-        {4, "n=1000.25", DecFrac, "", "1000/100/0/4", "numerator: 0 exact"},
         {4, "n=1000", DecFrac, "", "1000/100/0/4",
          "numerator: asked -1, reached 0: +1, +25000 Hz"},                     // Doesn't borrow,
         {4, "n=1000.75", IncFrac, "", "1000/100/4/4", "numerator: 4 exact"},   // doesn't carry.
@@ -42,35 +41,14 @@ TEST(StepCommands, MoveNThroughTheFrequencyAndTheNumeratorByItsField) {
     }
 }
 
-TEST(StepCommands, SetAppliesTheBoxesAsTheyStand) {
-    TestLoop t(4);
-    EXPECT_TRUE(SetFrequency(t.part, 0, EntryBox::VCO, "1000.25").written);
-    EXPECT_TRUE(SetFrequency(t.part, 0, EntryBox::Fpd, "200").written);
-    EXPECT_TRUE(SetFrequency(t.part, 0, EntryBox::Osc, "-10").written);
-    const EntryResult letters = SetFrequency(t.part, 0, EntryBox::Osc, "ten");
-    EXPECT_TRUE(letters.handled && !letters.written && letters.Refused());
-    EXPECT_TRUE(SetFrequency(t.part, 0, EntryBox::Fpd, "0").Refused());
-    t.part.ID("");
-    EXPECT_FALSE(SetFrequency(t.part, 0, EntryBox::Osc, "20").handled);
-    EXPECT_EQ(t.Loop().XtalFrequency(), -10);
-    EXPECT_EQ(t.Counters(), "10002/50/2/4");
-}
-
 TEST(Spinners, StepTheirFieldTheirWay) {
     using enum SpinButton;
     // From N 1000 and 3/4: the box's spinner, its button and R; the counters, and the text of a box of the fraction.
     const Cases<PLLSpinner, SpinButton, double, const char*, const char*> cases = {
-        {PLLSpinner::RCounter, Up, 100, "1000/101/3/4", ""},
-        {PLLSpinner::RCounter, Down, 100, "1000/99/3/4", ""},
-        {PLLSpinner::Fpd, Up, 100, "1000/99/3/4", ""},
-        {PLLSpinner::Fpd, Down, 1, "1000/2/3/4", ""},
-        {PLLSpinner::Fpd, Up, 1, "1000/0/3/4", ""},
-        {PLLSpinner::NCounter, Up, 100, "1001/100/3/4", ""},
-        {PLLSpinner::NCounter, Down, 100, "999/100/3/4", ""},
-        {PLLSpinner::FractNum, Up, 100, "1000/100/4/4", "4"},
-        {PLLSpinner::FractNum, Down, 100, "1000/100/2/4", "2"},
-        {PLLSpinner::FractDen, Up, 100, "1000/100/3/5", "5"},
-        {PLLSpinner::FractDen, Down, 100, "1000/100/3/3", "3"}};
+        {PLLSpinner::RCounter, Up, 100, "1000/101/3/4", ""},  {PLLSpinner::Fpd, Down, 1, "1000/2/3/4", ""},
+        {PLLSpinner::Fpd, Up, 1, "1000/0/3/4", ""},           {PLLSpinner::NCounter, Up, 100, "1001/100/3/4", ""},
+        {PLLSpinner::NCounter, Down, 100, "999/100/3/4", ""}, {PLLSpinner::FractNum, Up, 100, "1000/100/4/4", "4"},
+        {PLLSpinner::FractDen, Up, 100, "1000/100/3/5", "5"}, {PLLSpinner::FractDen, Down, 100, "1000/100/3/3", "3"}};
     for (const auto& [spinner, button, r, counters, text] : cases) {
         TestLoop t(4, 10, r);
         t.Do("n=1000.75");
@@ -87,19 +65,6 @@ TEST(Spinners, StepTheirFieldTheirWay) {
     integer.part.ID("");
     EXPECT_FALSE(Spin(integer.part, 0, PLLSpinner::RCounter, Up, "100").handled);
     EXPECT_EQ(integer.Counters(), before);
-}
-
-TEST(Spinners, LabelsToggleTheirField) {
-    TestLoop t;
-    t.Fields("POL 48+1 texts=-,+; ICP 49+2 texts=1,2,4,8");
-    std::string shown;
-    for (const char* field : {"POL", "POL", "ICP", "ICP", "ICP", "ICP"}) {
-        EXPECT_TRUE(ToggleLabel(t.part, field).handled);
-        shown += t.Field(field).Text() + ' ';
-    }
-    EXPECT_EQ(shown, "+ - 2 4 8 1 ");
-    EXPECT_FALSE(ToggleLabel(t.part, "").handled);
-    EXPECT_TRUE(ToggleLabel(t.part, "GONE").Refused());
 }
 
 }   // namespace

@@ -120,13 +120,11 @@ TEST_F(PLLPageTest, EverySourceLoadsByItsOwnRule) {
     const Cases<const char*, std::function<void()>, const char*, bool> cases = {
         {"txtOsc Enter", [&] { EnterInto("txtOsc(0)", "20"); }, "R3", kIfReloading},
         {"txtOsc left", [&] { leave("txtOsc(0)"); }, "R3", kIfReloading},
-        {"txtOsc letters", [&] { EnterInto("txtOsc(0)", "x"); }, "R3", kIfReloading},
         {"txtVCO Enter", [&] { EnterInto("txtVCO(0)", "1001"); }, "N1 F1 R3", kIfReloading},
         {"txtVCO letters", [&] { EnterInto("txtVCO(0)", "abc"); }, "R3", kIfReloading},
         {"txtVCO left", [&] { leave("txtVCO(0)"); }, "N1 F1 R3", kAlways},
         {"txtVCO left by a click", [&] { Focus("txtVCO(0)"), Click("txtOsc(0)"); }, "N1 F1 R3", kAlways},
         {"txtFpd Enter", [&] { EnterInto("txtFpd(0)", "300"); }, "R1 R3", kAlways},
-        {"txtFpd letters", [&] { EnterInto("txtFpd(0)", "?"); }, "R3", kAlways},
         {"txtFpd left", [&] { leave("txtFpd(0)"); }, "R1 R3", kAlways},
         {"txtRCounter Enter", [&] { EnterInto("txtRCounter(0)", "9"); }, "R1 R3", kAlways},
         {"txtRCounter left", [&] { leave("txtRCounter(0)"); }, "R1 R3", kAlways},
@@ -148,7 +146,6 @@ TEST_F(PLLPageTest, EverySourceLoadsByItsOwnRule) {
         {"lblRPrescale, right button", [&] { Click("lblRPrescale(0)", Qt::RightButton); }, "", kAlways},
         {"lblPDPol without a field", [&] { Click("lblPDPol(1)"); }, "", kAlways},
         {"F2", [&] { KeyClick(Qt::Key_F2); }, "N1 F1 R3", kAlways},
-        {"F3", [&] { KeyClick(Qt::Key_F3); }, "N1 F1 R3", kAlways},
         {"F5", [&] { KeyClick(Qt::Key_F5); }, "R3", kAlways},
         {"F6", [&] { KeyClick(Qt::Key_F6); }, "F1 R3", kAlways},
         {"Ctrl+F", [&] { KeyClick(Qt::Key_F, Qt::ControlModifier); }, "N1 F1 R3", kAlways},
@@ -202,11 +199,6 @@ TEST_F(PLLPageTest, TheKeyboardControlsWorkWhereverTheFocusIs) {
     TypeInto("txtOsc(0)", "-10");
     KeyClick(Qt::Key_X, Qt::ControlModifier);
     EXPECT_EQ(Text("txtOsc(0)"), "-10") << "applied as it stands";
-    Open(0);
-    TypeInto("txtFpd(0)", "x");
-    KeyClick(Qt::Key_F2);
-    EXPECT_EQ(Shows(0), kStart);
-    EXPECT_NE(Note(), "") << "the step was unknown";
     Page(1);
     KeyClick(Qt::Key_F2);
     EXPECT_EQ(Sent(), "");
@@ -245,12 +237,10 @@ TEST_F(PLLPageTest, EachLoopHasItsOwnControls) {
 TEST_F(PLLPageTest, ThePrescalerCheckTellsWhichRuleIsBroken) {
     // The check, N, clicks on the prescaler from 32 to 30, 0 and "8/9"; C, B and A: "-" for a box that is hidden,
     // "!" before one that is red.
-    const Cases<const char*, int, int, const char*> cases = {
-        {"mnuDualCheck", 1000, 0, "- 31 8"},    {"mnuDualCheck", 63, 0, "- 1 !31"},
-        {"mnuQuadCheck", 1000, 0, "31 2 0"},    {"mnuQuadCheck", 30, 0, "0 !7 !2"},
-        {"mnuQuadCheck", 1001, 1, "33 2.5 1"},  {"mnuNoCheck", 63, 0, "- - -"},
-        {"mnuDualCheck", 63, 2, "- - -"},       {"mnuQuadCheck", 63, 3, "- - -"},
-        {"mnuDualCheck", 65535, 0, "- 2047 31"}};
+    const Cases<const char*, int, int, const char*> cases = {{"mnuDualCheck", 63, 0, "- 1 !31"},
+                                                             {"mnuQuadCheck", 1001, 1, "33 2.5 1"},
+                                                             {"mnuNoCheck", 63, 0, "- - -"},
+                                                             {"mnuQuadCheck", 63, 3, "- - -"}};
     for (const auto& [menu, n, clicks, cba] : cases) {
         SCOPED_TRACE(testing::Message() << menu << " N " << n);
         Open(1);
