@@ -48,12 +48,3 @@ TEST(LineUse, TellsTheJobsOfALineAndMarksTwoOrMore) {
         EXPECT_EQ(Uses(device.part), row[4]) << row[0] << ' ' << row[1] << ' ' << row[2] << ", pins on " << row[3];
     }
 }
-
-TEST(LineUse, OnlyTheTwelveWeightsAreLines) {
-    for (int line = 0; line < kPortLines; ++line) {
-        EXPECT_EQ(LineOf(static_cast<std::int16_t>(1 << line)), line);
-    }
-    for (const int word : {0, 3, 6, 2049, 4096, 16384, -1, -32768}) {
-        EXPECT_EQ(LineOf(static_cast<std::int16_t>(word)), std::nullopt) << word;
-    }
-}
