@@ -324,7 +324,7 @@ TEST(AutomationTest, MessagesWaitUntilTheUserIsThereAndReachHimDuringAClientsRun
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, [&] {
         if (served.part.BurstRunning()) {
-            QTest::mouseClick(served.window.findChild<QCheckBox*>("chkPrgmBit(0)"), Qt::RightButton);
+            QTest::mouseClick(served.window.findChild<QCheckBox*>("chkPrgmBit(1)"), Qt::RightButton);
             help = OpenMessage();
             served.part.StopBurstCommands();
         }

@@ -1,6 +1,7 @@
 #include "RobotClient.h"
 
 #include <QCoreApplication>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
@@ -87,9 +88,14 @@ RobotClient::RobotClient(const QString& name, cPart& part, std::vector<std::stri
       bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)) {}
 
 void RobotClient::Leave() {
+    const QString left = bus_.baseService();
     QDBusConnection::disconnectFromBus(name_);
     bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name_);
     application_.clear();
+    while (bus_.interface()->isServiceRegistered(left)) {
+    }
+    // Is answered after the program has heard of it.
+    Call(kPartPath, kPrefix + QLatin1String("Part"), QStringLiteral("UpdateDisplays"), {});
 }
 
 std::string RobotClient::Step() {
