@@ -67,7 +67,7 @@ constexpr DiagramPlace CheckLabel(int place) {
 
 }   // namespace
 
-const DiagramPlace kDiagramArea{0, 0, 246, 99};
+const DiagramPlace kDiagramArea{0, 0, 241, 99};
 
 const std::array<DiagramLineRow, kDiagramLines> kLineRows{{
     {"Reference oscillator to R path", kOscillatorRight, kRPath, kPrescaler, kRPath, Arrow::AtEnd},
@@ -119,7 +119,7 @@ const std::array<DiagramLabelRow, kDiagramLabels> kLabelRows{{
     {"Charge Pump State", {kState, kDetector + 7, 22, 8}, LabelLook::Title},
     {"PLL", {kOutline.x, kOutline.y + kOutline.h + 1, kOutline.w, 4}, LabelLook::Device},
     {"Do", {kState + 26, kDetector - 5, 6, 4}, LabelLook::Beside},
-    {"MHz", {236, 89, 9, kBoxHeight}, LabelLook::Beside},
+    {"MHz", {232, 89, 9, kBoxHeight}, LabelLook::Beside},
     {"VCO", {kVCO - 4, kFeedback - 11, 20, 4}, LabelLook::Title},
     {"Loop Filter", {kFilter - 4, kDetector - 11, 24, 4}, LabelLook::Title},
     {"Z(s)", kFilterBox, LabelLook::Title},
@@ -133,7 +133,7 @@ const std::array<DiagramLabelRow, kDiagramLabels> kLabelRows{{
 
 const std::array<DiagramControlRow, 7> kBoxRows{{
     {"txtOsc", "Reference oscillator frequency, MHz", "10", Box(2, 25)},
-    {"txtVCO", "VCO frequency, MHz", "1000", Box(201, 92)},
+    {"txtVCO", "VCO frequency, MHz", "1000", Box(197, 92)},
     {"txtFpd", "Phase detector frequency, kHz", "100", Box(kCounter, kDetector)},
     {"txtRCounter", "R counter", "10000", Box(kCounter, kRPath)},
     {"txtNCounter", "N counter", "10000", Box(kCounter, kNPath)},
