@@ -273,7 +273,7 @@ TEST_F(PortPageTest, WarnsFromTwoBurstCommandsUp) {
 TEST_F(PortPageTest, ReloadPeriodCountsWithEnter) {
     auto* timer = Child<QTimer>("tmrAutoReload");
     EXPECT_EQ(Text("txtAutoReload"), "10");
-    const Cases<const char*, const char*, int> cases = {{"0", "1", 1000}, {"abc", "1", 1000}, {"3", "3", 3000}};
+    const Cases<const char*, const char*, int> cases = {{"0", "1", 1000}, {"abc", "65", 65000}, {"3", "3", 3000}};
     for (const auto& [typed, shown, interval] : cases) {
         TypeInto("txtAutoReload", typed);
         EXPECT_EQ(Text("txtAutoReload"), typed) << "typing alone changes nothing";
