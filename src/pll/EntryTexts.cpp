@@ -243,7 +243,11 @@ std::string EntryNote(const EntryResult& result, const Sent& sent) {
     if (result.Refused() && sent.registers.empty()) {
         return result.refusal;
     }
-    return EntryNote(result) + (Met(result) ? ", " : "; ") + SentText(sent);
+    const std::string note = EntryNote(result);
+    if (note.empty()) {
+        return SentText(sent);   // Nothing was asked for: what was left from elsewhere went out.
+    }
+    return note + (Met(result) ? ", " : "; ") + SentText(sent);
 }
 
 std::string EntryHint(cPart& part, int pllIndex, EntryBox box) {

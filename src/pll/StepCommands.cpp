@@ -43,7 +43,7 @@ void StepVCO(EntryResult& result, cPLL& pll, std::string_view fpdText, int steps
 }
 
 void StepField(EntryResult& result, cPLL& pll, EntryBox box, cPrgmBits& field, bool up) {
-    const bool list = field.HasValueList() || field.HasStringList();
+    const bool list = field.HasList();
     const double before = field.Value();
     const double step = list ? 0 : field.EffectiveStepValue();
     up ? field.Increment() : field.Decrement();

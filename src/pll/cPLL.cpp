@@ -30,8 +30,7 @@ std::optional<std::int32_t> WholePart(double v, bool fractional) {
 
 /// By how much the counter goes from one whole part of N to the next.
 double WholeStep(const cPrgmBits& counter) {
-    const bool list = counter.HasValueList() || counter.HasStringList();
-    return list ? 1 : std::max(1.0, counter.EffectiveStepValue());
+    return counter.HasList() ? 1 : std::max(1.0, counter.EffectiveStepValue());
 }
 
 }   // namespace

@@ -60,6 +60,7 @@ TEST(FrequencyEntry, SaysWhatWasSent) {
     const Cases<EntryResult, Sent, const char*> cases = {
         {met, {true, {}}, "2400.05 MHz exact, nothing to send"},
         {met, {true, std::vector<std::string>(9, "R")}, "2400.05 MHz exact, sent 9 registers"},
+        {{}, {true, {"R0"}}, "sent R0"},
         {refused, {true, {"R0", "R1"}}, "no; sent R0, R1"},
         {refused, {true, {}}, "no"}};
     for (const auto& [result, sent, note] : cases) {

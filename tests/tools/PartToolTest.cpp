@@ -191,7 +191,7 @@ TEST(PartTool, WordsFollowTheSettings) {
              {"ADF4351", "MOD=625 pll.vco=3471.36", "R0  0x004510B0", "", 0},
              {"ADF4351", "pll.osc=19.2 'RF PLL.vco=2400'", "R0  0x003E8000", "", 0},
              {"ADF4351", "pll.vco=2400.003", "R0  0x00300000", "asked 2400.003 MHz, reached 2400 MHz", 0},
-             {"ADF4351", "pll.vco=100", "R0  0x0025CE18", "asked 100 MHz, reached 1899.99 MHz", 1},
+             {"ADF4351", "pll.vco=100", "R0  0x00258000", "asked 100 MHz, reached 1875 MHz", 1},
              {"ADF4351", "pll.fpd=12500", "R2  0x18008E42", "", 0},
              {"ADF4351", "INTT=1", "R0  0x00300000", "no bit field called 'INTT': did you mean 'INT'?", 1},
              {"ADF4351", "XY.vco=1", "R0  0x00300000", "no PLL called 'XY'", 1},

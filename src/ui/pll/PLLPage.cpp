@@ -166,7 +166,7 @@ void PLLPage::Follow(const EntryResult& result, const FollowUp& followUp, bool s
     if (say) {
         miss_.reset();
         hintsStale_ = true;
-        if (!Met(result)) {
+        if (result.Refused() || (result.asked && !Met(result))) {
             miss_ = {result.box, Qt8(EntryNote(result)), DeviceState(host_.Device())};
         }
     }
