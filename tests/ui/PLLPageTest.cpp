@@ -171,9 +171,7 @@ TEST_F(PLLPageTest, TheKeyboardControlsWorkWhereverTheFocusIs) {
     for (const auto& [key, with, shows, focus] : Cases<Qt::Key, Qt::KeyboardModifiers, const char*, const char*>{
              {Qt::Key_F1, {}, "10 100 999.75 100 9997.5 2 4", ""},
              {Qt::Key_F2, {}, "10 100 1000.25 100 10002.5 2 4", ""},
-             {Qt::Key_F3, {}, "10 100 997.5 100 9975 0 4", ""},
              {Qt::Key_F4, {}, "10 100 1002.5 100 10025 0 4", ""},
-             {Qt::Key_F5, {}, kStart, ""},
              {Qt::Key_F6, {}, "10 100 1000.025 100 10000.25 1 4", ""},
              {Qt::Key_C, Qt::ControlModifier, "10 250 2500 40 10000 0 4", "txtFpd(0)"},
              {Qt::Key_F, Qt::ControlModifier, "10 250 2500 40 10000 0 4", "txtVCO(0)"},
@@ -228,10 +226,6 @@ TEST_F(PLLPageTest, EachLoopHasItsOwnControls) {
             EXPECT_EQ(Shown(Member(member, loop)), loop < loops) << member << loop;
         }
     }
-    EXPECT_EQ(Text("lblPDPol(0)") + Text("lblPDPol(1)"), "-+");
-    EXPECT_EQ(Text("lblCPGain(0)") + Text("lblCPGain(1)"), "LOWIcp");
-    EXPECT_TRUE(Child("lblCPState(0)")->isEnabled());
-    EXPECT_FALSE(Child("lblCPState(1)")->isEnabled());
 }
 
 TEST_F(PLLPageTest, ThePrescalerCheckTellsWhichRuleIsBroken) {
