@@ -160,8 +160,6 @@ TEST(FrequencyEntry, FrequenciesInReadableUnits) {
     EXPECT_EQ(HertzText(999999.9), "1 MHz") << "rounded across a unit";
     EXPECT_EQ(HertzText(-1234567), "-1.23457 MHz");
     EXPECT_EQ(HertzText(0.0125), "12.5 mHz");
-    EXPECT_EQ(HertzText(1.5e-9), "0.0015 uHz");
-    EXPECT_EQ(HertzText(0), "0 Hz");
 }
 
 }   // namespace
