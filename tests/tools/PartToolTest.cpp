@@ -100,15 +100,6 @@ TEST(PartTool, NamesEachFaultWithItsLine) {
     EXPECT_GT(files, 60) << "the faulty files weren't found";
 }
 
-std::string Contents(const std::string& name) {
-    std::ifstream in(SOURCE_DIR "/" + name);
-    std::string contents{std::istreambuf_iterator<char>(in), {}};
-    for (std::size_t at = 0; (at = contents.find("\\-", at)) != std::string::npos;) {
-        contents.erase(at, 1);   // A hyphen of a manual page.
-    }
-    return contents;
-}
-
 /// The part files that the document gives in full, written into the folder.
 std::vector<std::string> Examples(const TempFolder& folder) {
     std::istringstream document(Contents("docs/part-file.md"));

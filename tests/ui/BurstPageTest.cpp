@@ -4,6 +4,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTextBlock>
+#include <QTimer>
 
 #include "burst/SetupFile.h"
 #include "burst/cBurst.h"
@@ -201,11 +202,15 @@ TEST_F(BurstTab, SavesAndLoadsThroughTheDialog) {
     choose("Save BurstCommands", file.chopped(4));
     Click("cmdSave");
     ASSERT_TRUE(std::filesystem::exists(file.toStdString()));
-    choose("Save BurstCommands", file.chopped(4));
-    Answer<QMessageBox>([this](QMessageBox& box) {
-        EXPECT_TRUE(box.text().contains("set-up.mac")) << "asks about the name with its ending";
-        Answer<QFileDialog>([](QFileDialog& still) { still.reject(); });
-        box.button(QMessageBox::No)->click();
+    Answer<QFileDialog>([&file](QFileDialog& box) {
+        box.findChild<QLineEdit*>()->setText(file.chopped(4));
+        QTimer::singleShot(0, &box, [] {   // The question is asked inside the accepting.
+            auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            EXPECT_TRUE(question->text().contains("set-up.mac")) << "asks about the name with its ending";
+            question->button(QMessageBox::No)->click();
+        });
+        QMetaObject::invokeMethod(&box, "accept");
+        box.reject();
     });
     Click("cmdSave");
     Register("B").Value(7);

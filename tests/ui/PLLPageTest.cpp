@@ -5,8 +5,8 @@
 #include "support/Cases.h"
 #include "support/TestPart.h"
 #include "support/TextTable.h"
-#include "ui/controls/Spinner.h"
 #include "ui/WindowFixture.h"
+#include "ui/controls/Spinner.h"
 
 namespace {
 
@@ -258,6 +258,7 @@ TEST_F(PLLPageTest, ThePrescalerCheckTellsWhichRuleIsBroken) {
         EXPECT_EQ(Shown("shpPreChk(1)"), QString(cba) != "- - -");
         EXPECT_FALSE(Shown("shpPreChk(2)")) << "has no prescaler";
     }
+    Open(1);
     for (const char* menu : {"mnuNoCheck", "mnuDualCheck"}) {   // On the pages that aren't current as well.
         Page(0);
         Choose(menu);
@@ -314,6 +315,7 @@ TEST_F(PLLPageTest, WhatBecameOfAnEntryIsSaidAsLongAsItIsTrue) {
     const QString hint = tip();
     const QString missed = "asked 1000.06 MHz, reached 1000.1 MHz: +40000 Hz, +40 ppm";
     const auto miss = [&] {
+        part.LoadChanges();
         EnterInto("txtVCO(1)", "1000.06");
         EXPECT_EQ(Note(), missed + "; sent N2");
         EXPECT_EQ(tip(), hint + '\n' + missed);
@@ -344,7 +346,7 @@ TEST_F(PLLPageTest, WhatBecameOfAnEntryIsSaidAsLongAsItIsTrue) {
     idle();
     EXPECT_EQ(Note(), "") << "sent after all";
     for (const auto& [act, note] : Cases<std::function<void()>, const char*>{
-             {[&] { Press("spnRCounter(1)", true); }, "R: 101 exact, sent N2, R2"},
+             {[&] { Press("spnRCounter(1)", true); }, "R: 101 exact, sent R2"},
              {[&] { KeyClick(Qt::Key_F2); }, "sent N2"},
              {[&] { EnterInto("txtOsc(1)", "20"); }, "20 MHz exact, not sent"},
              {[&] { EnterInto("txtFpd(1)", "0"); }, "can't compare"},

@@ -100,7 +100,6 @@ void frmPart::BuildPages() {
 /// made good when the user comes to see it.
 void frmPart::Freshen() {
     Event([this] {
-        constexpr int kFirstPLLPage = 4;
         const int page = tabPart_->currentIndex();
         if (page == 0) {
             portPage_->Freshen();
@@ -110,8 +109,8 @@ void frmPart::Freshen() {
             devicePages_->bits->Freshen();
         } else if (page == 3) {
             devicePages_->burst->Freshen();
-        } else {
-            pllPages_[static_cast<std::size_t>(page - kFirstPLLPage)]->Freshen();
+        } else if (PLLPage* shown = CurrentPLLPage()) {
+            shown->Freshen();
         }
     });
 }
