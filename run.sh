@@ -18,6 +18,7 @@ mv "$run/tarnwick.new" "$run/tarnwick"
 for file in parts/*.ini; do
     [ -e "$run/${file##*/}" ] || install -m 644 "$file" "$run/"
 done
+ln -sfn ../../docs "$run/docs"   # What Help opens.
 # Every port write is recorded here: as a text and as a waveform.
 if ! grep -q '^LOG=.' "$run/tarnwick.ini"; then
     sed -i 's/^;*LOG=.*/LOG=port.log/; s/^;*TRACE=.*/TRACE=port.vcd/' "$run/tarnwick.ini"

@@ -14,8 +14,8 @@
 #include "pll/cPLL.h"
 #include "support/TestPart.h"
 #include "ui/bits/BitRow.h"
-#include "ui/registers/RegisterBitsBox.h"
 #include "ui/controls/TextBox.h"
+#include "ui/registers/RegisterBitsBox.h"
 #include "ui/window/frmPart.h"
 
 namespace {
@@ -52,8 +52,8 @@ void RobotChecks::Before() {
     addresses_.clear();
     device_ = part_.DeviceNumber();
     page_ = window_.Pages().currentIndex();
-    wiring_ = Wiring();
     NoteValues();
+    wiring_ = Wiring();
 }
 
 std::string RobotChecks::After(const std::vector<PortWrite>& writes) {
@@ -94,6 +94,9 @@ void RobotChecks::NoteValues() {
         values_.insert(WholeBits(command.Register()) & mask);
     }
     addresses_.insert(static_cast<std::uint16_t>(part_.PortAddress()));
+    const bool empty = part_.BurstCmds().Count() == 0;
+    listed_ = empty ? RawWiring() : listed_;
+    mixedList_ = !empty && (mixedList_ || listed_ != RawWiring());
 }
 
 void RobotChecks::CheckIdle() {
@@ -105,9 +108,14 @@ void RobotChecks::CheckIdle() {
     }
 }
 
+RobotWiring RobotChecks::RawWiring() const {
+    return {part_.ClockPosition(), part_.DataPosition(), part_.LEPosition(), part_.RegisterLength(),
+            part_.InvertClock()};
+}
+
 /// What the receiver sees is plain only where three lines do nothing else, without framing and pairs.
 std::optional<RobotWiring> RobotChecks::Wiring() const {
-    const RobotWiring wiring{part_.ClockPosition(), part_.DataPosition(), part_.LEPosition(), part_.RegisterLength()};
+    const RobotWiring wiring = RawWiring();
     int used = part_.OutputPinValue();
     for (const cPrgmPin& pin : part_.PrgmPins()) {
         used |= pin.Value();
@@ -121,8 +129,7 @@ std::optional<RobotWiring> RobotChecks::Wiring() const {
     const bool frames = std::any_of(part_.BurstCmds().begin(), part_.BurstCmds().end(), [](const cBurst& command) {
         return command.Command() == BurstKind::StartSBI || command.Command() == BurstKind::StopSBI;
     });
-    const bool plain =
-        !frames && !part_.SBIEnable() && !part_.HighByte() && !part_.LEModeHigh() && !part_.InvertClock();
+    const bool plain = !frames && !mixedList_ && !part_.SBIEnable() && !part_.HighByte() && !part_.LEModeHigh();
     return plain && wiring.bits > 0 && wiring.bits < 54 ? std::optional(wiring) : std::nullopt;
 }
 
@@ -152,7 +159,7 @@ void RobotChecks::CheckLoads(const std::vector<PortWrite>& writes, const RobotWi
     for (const std::uint64_t value : values_) {
         held += " " + HexText(value);
     }
-    std::istringstream loads(Shifted(words, wiring.clock, wiring.data, wiring.le));
+    std::istringstream loads(Shifted(words, wiring.clock, wiring.data, wiring.le, wiring.inverted));
     const auto length = static_cast<std::size_t>(wiring.bits);
     for (std::string bits; std::getline(loads, bits, '|') && !loads.eof();) {
         if (bits.size() < length) {

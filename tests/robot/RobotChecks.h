@@ -17,6 +17,7 @@ struct RobotWiring {
     int data = 0;
     int le = 0;
     int bits = 0;
+    bool inverted = false;
     bool operator==(const RobotWiring&) const = default;
 };
 
@@ -47,6 +48,7 @@ private:
     void CheckWrites(const std::vector<PortWrite>& writes);
     void CheckLoads(const std::vector<PortWrite>& writes, const RobotWiring& wiring);
     [[nodiscard]] std::optional<RobotWiring> Wiring() const;
+    [[nodiscard]] RobotWiring RawWiring() const;
     [[nodiscard]] bool Stayed(int page) const;   ///< The page was current before the step, and is.
     [[nodiscard]] int Members(const char* array) const;
 
@@ -56,6 +58,8 @@ private:
     std::uint64_t device_ = 0;
     int page_ = 0;   ///< That was current before the step.
     std::optional<RobotWiring> wiring_;
+    RobotWiring listed_;               ///< The wiring for which the burst list was begun.
+    bool mixedList_ = false;           ///< It has changed since: commands keep their words.
     std::set<std::uint64_t> values_;   ///< What registers and burst commands hold before or after the step.
     std::set<std::uint16_t> addresses_;
     std::size_t checked_ = 0;

@@ -144,13 +144,15 @@ private:
     }
 };
 
-/// What a device on those lines takes in: each level of Data at a rising Clock, and "|" at a rising LE.
-inline std::string Shifted(const std::vector<int>& words, int clock = 1, int data = 2, int le = 4) {
+/// What a device on those lines takes in: each level of Data at a rising Clock, or at a falling one, and "|" at a
+/// rising LE.
+inline std::string Shifted(const std::vector<int>& words, int clock = 1, int data = 2, int le = 4,
+                           bool inverted = false) {
     std::string taken;
     int last = 0;
     for (const int word : words) {
         const int rising = word & ~last;
-        if ((rising & clock) != 0) {
+        if (((inverted ? last & ~word : rising) & clock) != 0) {
             taken += (word & data) != 0 ? '1' : '0';
         }
         if ((rising & le) != 0) {

@@ -6,11 +6,11 @@
 
 #include "core/FieldEntry.h"
 #include "core/Numbers.h"
-#include "tools/part/Commands.h"
-#include "tools/part/ReadDevice.h"
 #include "ini/ProfileName.h"
 #include "pll/EntryTexts.h"
 #include "pll/cPLL.h"
+#include "tools/part/Commands.h"
+#include "tools/part/ReadDevice.h"
 
 namespace {
 
@@ -120,9 +120,10 @@ Answer Set(cPart& part, const std::string& name, const std::string& value) {
     if (cPrgmBits* field = part.PrgmBits().Find(name)) {
         return SetField(*field, value);
     }
+    const auto point = name.rfind('.');
     for (const Quantities& frequency : kFrequencies) {
-        if (name.ends_with(frequency.suffix)) {
-            const std::string pll = name.substr(0, name.rfind('.'));
+        if (point != std::string::npos && SameText(name.substr(point), frequency.suffix)) {
+            const std::string pll = name.substr(0, point);
             if (const auto index = PLLIndex(part, pll)) {
                 return SetFrequency(part, *index, frequency.box, value);
             }
