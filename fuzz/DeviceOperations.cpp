@@ -115,11 +115,11 @@ void OnPLL(cPart& part, FuzzInput& input) {
             Enter(part, index, box, GeneralText(input.Number()), input.Flag());
             break;
         case 1:
-            Spin(part, index, static_cast<PLLSpinner>(input.Below(5)), static_cast<SpinButton>(input.Below(2)),
-                 GeneralText(input.Number()));
+            Spin(part, index, static_cast<PLLSpinner>(input.Below(5)), input.Flag(), GeneralText(input.Number()));
             break;
         case 2:
-            RunStep(part, index, static_cast<StepCommand>(input.Below(6)), GeneralText(input.Number()));
+            input.Flag() ? StepN(part, index, input.Flag() ? 10 : -1, GeneralText(input.Number()))
+                         : StepNumerator(part, index, input.Flag());
             break;
         case 3:
             EntryHint(part, index, box);

@@ -11,27 +11,6 @@
 
 namespace {
 
-struct Row {
-    const char* name;
-    const char* label;   ///< In front of a count, which has no unit that would tell what it is.
-    const char* unit;    ///< With the blank in front; empty for a count.
-    bool ppm;            ///< A relative miss means something.
-};
-
-constexpr std::array<Row, 7> kRows{{
-    {"Reference frequency", "", " MHz", true},
-    {"VCO frequency", "", " MHz", true},
-    {"Phase detector frequency", "", " kHz", true},
-    {"Value of the R counter", "R: ", "", false},
-    {"Value of the N counter", "N: ", "", true},
-    {"Numerator of the fraction", "numerator: ", "", false},
-    {"Denominator of the fraction", "denominator: ", "", false},
-}};
-
-const Row& RowOf(EntryBox box) {
-    return kRows.at(static_cast<std::size_t>(box));
-}
-
 /// General decimal text with so many significant digits.
 std::string Digits(double value, int digits) {
     std::array<char, 40> buffer{};
@@ -189,10 +168,6 @@ std::string HertzText(double hertz) {
     return Digits(hertz / kScales.back().from, kShown) + kScales.back().unit;
 }
 
-const char* EntryName(EntryBox box) {
-    return RowOf(box).name;
-}
-
 bool Met(const EntryResult& result) {
     constexpr double kTrace = 1e-14;   // What sums and quotients of frequencies leave over.
     return result.asked && result.reached &&
@@ -201,7 +176,7 @@ bool Met(const EntryResult& result) {
 }
 
 std::string EntryNote(const EntryResult& result) {
-    const Row& row = RowOf(result.box);
+    const LoopBox& row = RowOf(result.box);
     if (result.Refused() || !result.asked) {
         return result.refusal;
     }
@@ -251,7 +226,7 @@ std::string EntryNote(const EntryResult& result, const Sent& sent) {
 }
 
 std::string EntryHint(cPart& part, int pllIndex, EntryBox box) {
-    const Row& row = RowOf(box);
+    const LoopBox& row = RowOf(box);
     std::string text = row.name + (*row.unit == '\0' ? "" : std::string(" in") + row.unit);
     IgnoringFailures([&] { text += Details(part.PLLs().At(pllIndex + 1), box); });
     return text;

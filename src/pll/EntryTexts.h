@@ -7,9 +7,6 @@
 
 class cPrgmBits;
 
-/// A box's name in words: "VCO frequency".
-const char* EntryName(EntryBox box);
-
 struct ValueRange {
     double low;
     double high;

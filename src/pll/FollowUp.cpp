@@ -2,28 +2,45 @@
 
 #include "core/cPart.h"
 
-Sent RunFollowUp(cPart& part, const FollowUp& followUp, bool autoReloadChange) {
-    Sent sent;
-    for (const FollowUpStep step : followUp.steps) {
-        switch (step) {
-            case FollowUpStep::Nothing:
-                break;
-            case FollowUpStep::ShowPLLs:
-                part.UpdatePLLDisplay();
-                break;
-            case FollowUpStep::ShowRegisters:
-                part.UpdateRegisterDisplay();
-                break;
-            case FollowUpStep::ShowAll:
-                part.UpdateDisplays();
-                break;
-            case FollowUpStep::Load:
-                if (followUp.rule == LoadRule::Always || autoReloadChange) {
-                    part.LoadChanges();
-                    sent = {true, part.SentChanges()};
-                }
-                break;
-        }
-    }
+namespace {
+
+Sent Load(cPart& part) {
+    part.LoadChanges();
+    return {true, part.SentChanges()};
+}
+
+}   // namespace
+
+Sent ShowAllAndLoad(cPart& part, bool /*autoReloadChange*/) {
+    part.UpdateDisplays();
+    return Load(part);
+}
+
+Sent ShowAllAndLoadIfReloading(cPart& part, bool autoReloadChange) {
+    part.UpdateDisplays();
+    return autoReloadChange ? Load(part) : Sent{};
+}
+
+Sent ShowPLLsAndLoad(cPart& part, bool /*autoReloadChange*/) {
+    part.UpdatePLLDisplay();
+    return Load(part);
+}
+
+Sent ShowPLLsRegistersAndLoad(cPart& part, bool /*autoReloadChange*/) {
+    part.UpdatePLLDisplay();
+    part.UpdateRegisterDisplay();
+    return Load(part);
+}
+
+Sent ShowRegistersPLLsAndLoad(cPart& part, bool /*autoReloadChange*/) {
+    part.UpdateRegisterDisplay();
+    part.UpdatePLLDisplay();
+    return Load(part);
+}
+
+Sent LoadAndShowRegistersPLLs(cPart& part, bool /*autoReloadChange*/) {
+    Sent sent = Load(part);
+    part.UpdateRegisterDisplay();
+    part.UpdatePLLDisplay();
     return sent;
 }

@@ -3,17 +3,11 @@
 #include <optional>
 #include <string_view>
 
-#include "pll/FollowUp.h"
+#include "pll/LoopBoxes.h"
 #include "pll/Outcome.h"
 
 class cPLL;
 class cPart;
-
-/// The text boxes of a PLL's page, in the order of the table of boxes.
-enum class EntryBox : unsigned char { Osc, VCO, Fpd, RCounter, NCounter, FractNum, FractDen };
-
-/// The two events in which a box's text counts.
-enum class EntryEvent : unsigned char { Enter, LostFocus };
 
 /// What became of an entry or a step.
 struct EntryResult : Outcome {
@@ -41,8 +35,3 @@ void WriteEntry(cPLL& pll, EntryBox box, double number, EntryResult& result);
 
 /// What the PLL holds in place of that box's number. What can't be read is left out: the write before it stands.
 void ReadBack(cPLL& pll, EntryBox box, EntryResult& result);
-
-/// Whether the box keeps the Enter key from the control: always for the fraction's boxes, else if it was handled.
-[[nodiscard]] bool SwallowsEnter(EntryBox box, const EntryResult& result);
-
-[[nodiscard]] const FollowUp& FollowUpOf(EntryBox box, EntryEvent event);

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr FollowUp kLoadFirst{{FollowUpStep::Load, FollowUpStep::ShowRegisters, FollowUpStep::ShowPLLs}};
-
 struct Row {
     const std::string& (cPLL::*field)() const noexcept;
     EntryBox box;   // Of that field.
@@ -19,11 +17,12 @@ struct Row {
 };
 
 constexpr std::array<Row, 5> kRows{{
-    {&cPLL::RCounterName, EntryBox::RCounter, false, false, kRegistersFirst},
-    {&cPLL::RCounterName, EntryBox::RCounter, true, false, kRegistersFirst},
-    {&cPLL::NCounterName, EntryBox::VCO, false, false, kRegistersFirst},   // Goes through the VCO frequency instead.
-    {&cPLL::NumeratorName, EntryBox::FractNum, false, true, kLoadFirst},
-    {&cPLL::DenominatorName, EntryBox::FractDen, false, true, kLoadFirst},
+    {&cPLL::RCounterName, EntryBox::RCounter, false, false, ShowRegistersPLLsAndLoad},
+    {&cPLL::RCounterName, EntryBox::RCounter, true, false, ShowRegistersPLLsAndLoad},
+    {&cPLL::NCounterName, EntryBox::VCO, false, false,
+     ShowRegistersPLLsAndLoad},   // Goes through the VCO frequency instead.
+    {&cPLL::NumeratorName, EntryBox::FractNum, false, true, LoadAndShowRegistersPLLs},
+    {&cPLL::DenominatorName, EntryBox::FractDen, false, true, LoadAndShowRegistersPLLs},
 }};
 
 const Row& RowOf(PLLSpinner spinner) {
@@ -32,7 +31,10 @@ const Row& RowOf(PLLSpinner spinner) {
 
 }   // namespace
 
-SpinResult Spin(cPart& part, int pllIndex, PLLSpinner spinner, SpinButton button, std::string_view fpdText) {
+SpinResult Spin(cPart& part, int pllIndex, PLLSpinner spinner, bool up, std::string_view fpdText) {
+    if (spinner == PLLSpinner::NCounter) {
+        return {StepN(part, pllIndex, up ? 1 : -1, fpdText), {}};
+    }
     SpinResult result;
     const Row& row = RowOf(spinner);
     // The fraction's spinners ask for their field alone.
@@ -41,11 +43,6 @@ SpinResult Spin(cPart& part, int pllIndex, PLLSpinner spinner, SpinButton button
         return result;
     }
     result.handled = true;
-    const bool up = button == SpinButton::Up;
-    if (spinner == PLLSpinner::NCounter) {
-        StepVCO(result, *pll, fpdText, up ? 1 : -1);
-        return result;
-    }
     Attempt(result, [&] {
         cPrgmBits& field = part.PrgmBits().At((pll->*row.field)());
         StepField(result, *pll, row.box, field, up != row.lowersOnUp);
@@ -56,7 +53,7 @@ SpinResult Spin(cPart& part, int pllIndex, PLLSpinner spinner, SpinButton button
     return result;
 }
 
-const FollowUp& FollowUpOf(PLLSpinner spinner) {
+FollowUp FollowUpOf(PLLSpinner spinner) {
     return RowOf(spinner).followUp;
 }
 

@@ -11,8 +11,6 @@ class cPart;
 /// The spinners of a PLL's page.
 enum class PLLSpinner : unsigned char { RCounter, Fpd, NCounter, FractNum, FractDen };
 
-enum class SpinButton : unsigned char { Up, Down };
-
 struct SpinResult : EntryResult {
     std::optional<std::string> text;   ///< What the fraction's box beside the spinner shows at once.
 };
@@ -22,11 +20,11 @@ struct SpinResult : EntryResult {
 ///
 /// Handled with a device loaded that has a PLL of that index, counted from 0, the fraction's spinners where they are
 /// bound to a field. Throws nothing that is the user's or the part file's fault.
-SpinResult Spin(cPart& part, int pllIndex, PLLSpinner spinner, SpinButton button, std::string_view fpdText);
+SpinResult Spin(cPart& part, int pllIndex, PLLSpinner spinner, bool up, std::string_view fpdText);
 
-[[nodiscard]] const FollowUp& FollowUpOf(PLLSpinner spinner);
+[[nodiscard]] FollowUp FollowUpOf(PLLSpinner spinner);
 
 /// A click on a label of the block diagram that shows this field. Not handled without a name.
 Outcome ToggleLabel(cPart& part, const std::string& fieldName);
 
-inline constexpr FollowUp kAfterLabel = kPLLsFirst;
+inline constexpr FollowUp kAfterLabel = ShowPLLsRegistersAndLoad;

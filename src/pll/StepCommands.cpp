@@ -1,14 +1,9 @@
 #include "pll/StepCommands.h"
 
-#include <array>
-
 #include "core/cPart.h"
 #include "pll/cPLL.h"
 
 namespace {
-
-/// The steps of N that a command makes; 0 for the numerator's.
-constexpr std::array<int, 6> kStepsOfN{-1, 1, -10, 10, 0, 0};
 
 /// One step of N in kHz.
 double StepSize(std::string_view fpdText) {
@@ -19,27 +14,24 @@ double StepSize(std::string_view fpdText) {
     }
 }
 
-void StepNumerator(EntryResult& result, cPLL& pll, bool up) {
-    result.handled = !pll.NumeratorName().empty();
-    if (result.handled) {
-        Attempt(result,
-                [&] { StepField(result, pll, EntryBox::FractNum, pll.Part().PrgmBits().At(pll.NumeratorName()), up); });
-    }
-}
-
 }   // namespace
 
 cPLL* LoadedPLL(cPart& part, int pllIndex) {
     return part.ID().empty() ? nullptr : part.PLLs().Find(pllIndex + 1);
 }
 
-void StepVCO(EntryResult& result, cPLL& pll, std::string_view fpdText, int steps) {
-    Attempt(result, [&] {
-        const double kilohertz = StepSize(fpdText);
-        const bool byTen = steps == 10 || steps == -10;
-        const double step = kilohertz / (byTen ? 100 : 1000);
-        WriteEntry(pll, EntryBox::VCO, pll.VCOFrequency() + (steps < 0 ? -step : step), result);
-    });
+EntryResult StepN(cPart& part, int pllIndex, int steps, std::string_view fpdText) {
+    EntryResult result;
+    if (cPLL* pll = LoadedPLL(part, pllIndex)) {
+        result.handled = true;
+        Attempt(result, [&] {
+            const double kilohertz = StepSize(fpdText);
+            const bool byTen = steps == 10 || steps == -10;
+            const double step = kilohertz / (byTen ? 100 : 1000);
+            WriteEntry(*pll, EntryBox::VCO, pll->VCOFrequency() + (steps < 0 ? -step : step), result);
+        });
+    }
+    return result;
 }
 
 void StepField(EntryResult& result, cPLL& pll, EntryBox box, cPrgmBits& field, bool up) {
@@ -53,17 +45,13 @@ void StepField(EntryResult& result, cPLL& pll, EntryBox box, cPrgmBits& field, b
     result.asked = list ? result.reached : before + (up ? step : -step);   // A list has its own next entry.
 }
 
-EntryResult RunStep(cPart& part, int pllIndex, StepCommand command, std::string_view fpdText) {
+EntryResult StepNumerator(cPart& part, int pllIndex, bool up) {
     EntryResult result;
     cPLL* pll = LoadedPLL(part, pllIndex);
-    if (pll == nullptr) {
-        return result;
-    }
-    if (const int steps = kStepsOfN.at(static_cast<std::size_t>(command)); steps != 0) {
-        result.handled = true;
-        StepVCO(result, *pll, fpdText, steps);
-    } else {
-        StepNumerator(result, *pll, command == StepCommand::IncFrac);
+    result.handled = pll != nullptr && !pll->NumeratorName().empty();
+    if (result.handled) {
+        Attempt(result,
+                [&] { StepField(result, *pll, EntryBox::FractNum, part.PrgmBits().At(pll->NumeratorName()), up); });
     }
     return result;
 }

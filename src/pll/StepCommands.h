@@ -2,7 +2,6 @@
 
 #include <string_view>
 
-#include "pll/FollowUp.h"
 #include "pll/FrequencyEntry.h"
 #include "pll/Outcome.h"
 
@@ -10,23 +9,19 @@ class cPart;
 class cPLL;
 class cPrgmBits;
 
-/// The commands of the menu "Step Frequency", on the PLL of the current page.
-enum class StepCommand : unsigned char { NDec, IncN, NDec10, NInc10, DecFrac, IncFrac };
+// The commands of the menu "Step Frequency", on the PLL of the current page. Handled with a device loaded that has a
+// PLL of that index, counted from 0.
 
-/// N goes by 1 or 10 through the VCO frequency: by as many phase detector frequencies as the text of txtFpd says
-/// (kHz). If that is no number the PLL stays as it is and the result says so. The numerator goes by one count of
-/// its field, without carry; not handled on an integer PLL.
-///
-/// Handled with a device loaded that has a PLL of that index, counted from 0.
-EntryResult RunStep(cPart& part, int pllIndex, StepCommand command, std::string_view fpdText);
+/// N goes by `steps`, 1 or 10, up or down, through the VCO frequency: by as many phase detector frequencies as the text
+/// of txtFpd says (kHz). If that is no number the PLL stays as it is and the result says so.
+EntryResult StepN(cPart& part, int pllIndex, int steps, std::string_view fpdText);
+
+/// The numerator goes by one count of its field, without carry; not handled on an integer PLL.
+EntryResult StepNumerator(cPart& part, int pllIndex, bool up);
 
 /// "Set VCO Frequency" and its two neighbours, for EntryBox VCO, Fpd and Osc: applies the box's text as it is; a
 /// negative reference stays negative. Handled with a device loaded.
 EntryResult SetFrequency(cPart& part, int pllIndex, EntryBox box, std::string_view text);
-
-/// Adds `steps` times the phase detector frequency in `fpdText` (kHz), 1 or 10, up or down, to the VCO frequency.
-/// Refused, with nothing changed, if the text is no number.
-void StepVCO(EntryResult& result, cPLL& pll, std::string_view fpdText, int steps);
 
 /// One count of a box's bit field up or down, by the field's own rules.
 void StepField(EntryResult& result, cPLL& pll, EntryBox box, cPrgmBits& field, bool up);
@@ -34,5 +29,5 @@ void StepField(EntryResult& result, cPLL& pll, EntryBox box, cPrgmBits& field, b
 /// The PLL with that index, counted from 0; null without one, and with no device loaded.
 [[nodiscard]] cPLL* LoadedPLL(cPart& part, int pllIndex);
 
-inline constexpr FollowUp kAfterStep = kRegistersFirst;
-inline constexpr FollowUp kAfterSet{{FollowUpStep::ShowPLLs, FollowUpStep::Load}};
+inline constexpr FollowUp kAfterStep = ShowRegistersPLLsAndLoad;
+inline constexpr FollowUp kAfterSet = ShowPLLsAndLoad;

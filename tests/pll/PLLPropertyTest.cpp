@@ -123,7 +123,9 @@ private:
         const int command = Between(0, 5);
         mayChange = command < 4 ? n_ : Names{"NUM"};
         const std::string fpd = Chance(10) ? "?" : GeneralText(Loop().PDFrequency());
-        return RunStep(test_.part, 0, static_cast<StepCommand>(command), fpd);
+        constexpr std::array kSteps{-1, 1, -10, 10};
+        return command < 4 ? StepN(test_.part, 0, kSteps.at(static_cast<std::size_t>(command)), fpd)
+                           : StepNumerator(test_.part, 0, command == 5);
     }
 
     Outcome Type(Names& mayChange, std::optional<double>& wantedN) {
@@ -213,8 +215,8 @@ private:
         ASSERT_EQ(Register(), before) << "the frequency that reads back";
         if (reached + 1 <= n.maximum) {
             const std::string fpd = GeneralText(Loop().PDFrequency());
-            RunStep(test_.part, 0, StepCommand::IncN, fpd);
-            RunStep(test_.part, 0, StepCommand::NDec, fpd);
+            StepN(test_.part, 0, 1, fpd);
+            StepN(test_.part, 0, -1, fpd);
             ASSERT_EQ(Register(), before) << "a step forth and back";
         }
     }

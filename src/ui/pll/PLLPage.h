@@ -33,45 +33,19 @@ public:
     /// Step commands of the menu, which act on the current page.
     void StepN(int steps);   ///< By so many phase detector steps, negative downward.
     void StepNumerator(bool up);
-    enum class SetBox { VCO, Comparison, Crystal };
-    void SetFrequency(SetBox box);   ///< Goes to the box and applies what it holds.
+    void SetFrequency(EntryBox box);   ///< Goes to the box and applies what it holds.
 
     [[nodiscard]] QSize sizeHint() const override;
 
 private:
-    struct BoxEvents;
-    struct BlockEvents;
-    static const std::array<BoxEvents, kBoxRows.size()> kBoxEvents;
-    static const std::array<BlockEvents, kBlockRows.size()> kBlockEvents;
-
     void Wire();
 
-    // Answers to the user, each for the control and the event of its name. KeyPress is Enter.
-    void txtOsc_KeyPress();
-    void txtOsc_LostFocus();
-    void txtVCO_KeyPress();
-    void txtVCO_LostFocus();
-    void txtFpd_KeyPress();
-    void txtFpd_LostFocus();
-    void txtRCounter_KeyPress();
-    void txtRCounter_LostFocus();
-    void txtNCounter_KeyPress();
-    void txtNCounter_LostFocus();
-    void txtFractNum_KeyPress();
-    void txtFractNum_LostFocus();
-    void txtFractDen_KeyPress();
-    void txtFractDen_LostFocus();
-    void lblRPrescale_Click();
-    void lblNPrescale_Click();
-    void lblPDPol_Click();
-    void lblCPGain_Click();
-    void lblCPState_Click();
-    void SpinnerStepped(int which, bool up);
-
-    void TakeEntry(EntryBox box, EntryEvent event);
-    void RunStepCommand(StepCommand command);
+    // Answers to the user: a KeyPress (Enter) or the LostFocus of a box of kBoxRows, the Click on a label of
+    // kBlockRows, a press of a spinner.
+    void TakeEntry(EntryBox box, bool byEnter);
     void Toggle(DiagramBlock block);
-    void Follow(const EntryResult& result, const FollowUp& followUp, bool say = true);
+    void SpinnerStepped(int which, bool up);
+    void Follow(const EntryResult& result, FollowUp followUp, bool say = true);
 
     void BindBlock(DiagramBlock block, const std::string& field, const char* withoutField);
     template <class Read>

@@ -21,20 +21,6 @@ std::size_t Place(EntryBox box) {
     return static_cast<std::size_t>(box);
 }
 
-PrescalerMode ModeOf(PrescalerChoice choice) {
-    switch (choice) {
-        case PrescalerChoice::Dual:
-            return PrescalerMode::Dual;
-        case PrescalerChoice::Quadruple:
-            return PrescalerMode::Quad;
-        case PrescalerChoice::Unset:
-            return PrescalerMode::Unset;
-        case PrescalerChoice::Disabled:
-            break;
-    }
-    return PrescalerMode::None;
-}
-
 void ShowTip(QWidget& control, const QString& tip) {
     if (control.toolTip() != tip) {
         control.setToolTip(tip);
@@ -175,7 +161,7 @@ void PLLPage::ShowBlock(DiagramBlock block) {
 /// The check reads what the page shows.
 void PLLPage::ShowCheck() {
     const BlockLabel& prescaler = diagram_->Block(DiagramBlock::NPrescale);
-    const PrescalerMode mode = prescaler.isHidden() ? PrescalerMode::None : ModeOf(host_.PrescalerCheck());
+    const PrescalerMode mode = prescaler.isHidden() ? PrescalerMode::None : host_.PrescalerCheck();
     diagram_->ShowCheck(
         CheckPrescaler(mode, diagram_->Box(EntryBox::NCounter).text().toStdString(), prescaler.text().toStdString()));
 }

@@ -6,9 +6,7 @@
 
 #include "core/cPart.h"
 #include "machine/Dialogs.h"
-
-/// Which of the prescaler checks the user chose; at the start none is.
-enum class PrescalerChoice { Unset, Disabled, Dual, Quadruple };
+#include "pll/PrescalerCheck.h"
 
 /// What a page may ask of the window in which it stands.
 class PageHost {
@@ -22,7 +20,7 @@ public:
     [[nodiscard]] virtual Dialogs& Asking() = 0;
     /// Whether changes go to the device by themselves (the check mark of mnuAutoReloadChange).
     [[nodiscard]] virtual bool AutoReloadChange() const = 0;
-    [[nodiscard]] virtual PrescalerChoice PrescalerCheck() const = 0;
+    [[nodiscard]] virtual PrescalerMode PrescalerCheck() const = 0;
 
     /// A line in the status bar; it stays until the next one. Empty clears it.
     virtual void Note(const QString& text) = 0;

@@ -57,7 +57,7 @@ public:
     [[nodiscard]] cPart& Device() override { return part_; }
     [[nodiscard]] Dialogs& Asking() override { return dialogs_; }
     [[nodiscard]] bool AutoReloadChange() const override;
-    [[nodiscard]] PrescalerChoice PrescalerCheck() const override;
+    [[nodiscard]] PrescalerMode PrescalerCheck() const override;
     void Note(const QString& text) override;
     void NoteState(const QString& text, bool untilLoad) override;
     [[nodiscard]] bool StateIsNoted() override;

@@ -4,8 +4,8 @@
 
 #include "burst/SetupFile.h"
 #include "settings/Modes.h"
-#include "ui/window/Documents.h"
 #include "ui/pll/PLLPage.h"
+#include "ui/window/Documents.h"
 #include "ui/window/frmAboutBox.h"
 #include "ui/window/frmPart.h"
 
@@ -68,9 +68,9 @@ void frmPart::WireStepCommands() {
     wire("mnuNDec10", [](PLLPage& page) { page.StepN(-10); });
     wire("mnuIncFrac(0)", [](PLLPage& page) { page.StepNumerator(true); });
     wire("mnuDecFrac", [](PLLPage& page) { page.StepNumerator(false); });
-    wire("mnuVCOFreq", [](PLLPage& page) { page.SetFrequency(PLLPage::SetBox::VCO); });
-    wire("mnuFcomp", [](PLLPage& page) { page.SetFrequency(PLLPage::SetBox::Comparison); });
-    wire("mnuXtal", [](PLLPage& page) { page.SetFrequency(PLLPage::SetBox::Crystal); });
+    wire("mnuVCOFreq", [](PLLPage& page) { page.SetFrequency(EntryBox::VCO); });
+    wire("mnuFcomp", [](PLLPage& page) { page.SetFrequency(EntryBox::Fpd); });
+    wire("mnuXtal", [](PLLPage& page) { page.SetFrequency(EntryBox::Osc); });
 }
 
 /// The PLL's page that is current, or null: without a device, and on the pages that belong to no PLL.
@@ -164,14 +164,14 @@ void frmPart::tmrAutoReload_Timer() {
     IgnoringFailures([&] { part_.LoadAll(); });
 }
 
-PrescalerChoice frmPart::PrescalerCheck() const {
+PrescalerMode frmPart::PrescalerCheck() const {
     const auto checked = [this](const char* item) { return menu_.Item(QString::fromLatin1(item))->isChecked(); };
     if (checked("mnuNoCheck")) {
-        return PrescalerChoice::Disabled;
+        return PrescalerMode::None;
     }
-    return checked("mnuDualCheck")   ? PrescalerChoice::Dual
-           : checked("mnuQuadCheck") ? PrescalerChoice::Quadruple
-                                     : PrescalerChoice::Unset;
+    return checked("mnuDualCheck")   ? PrescalerMode::Dual
+           : checked("mnuQuadCheck") ? PrescalerMode::Quad
+                                     : PrescalerMode::Unset;
 }
 
 void frmPart::ChoosePrescalerCheck(const char* chosen) {
