@@ -3,8 +3,8 @@
 #include "PartFileWriter.h"
 #include "core/Errors.h"
 #include "core/cPart.h"
-#include "ports/SimulatedPort.h"
 #include "pll/cPLL.h"
+#include "ports/SimulatedPort.h"
 #include "settings/DeviceSetup.h"
 #include "settings/Modes.h"
 

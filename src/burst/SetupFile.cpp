@@ -6,8 +6,8 @@
 #include "burst/cBurst.h"
 #include "core/Numbers.h"
 #include "core/cPart.h"
-#include "machine/Dialogs.h"
 #include "ini/PrivateProfile.h"
+#include "machine/Dialogs.h"
 #include "pll/cPLL.h"
 
 namespace {

@@ -7,11 +7,11 @@
 #include "burst/cBurst.h"
 #include "core/Errors.h"
 #include "core/Numbers.h"
-#include "ini/PrivateSetting.h"
 #include "core/cPart.h"
-#include "ports/Connector.h"
 #include "ini/PrivateProfile.h"
+#include "ini/PrivateSetting.h"
 #include "pll/cPLL.h"
+#include "ports/Connector.h"
 
 namespace {
 

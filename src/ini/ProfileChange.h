@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "ini/PrivateProfile.h"
 #include "files/ProfileFile.h"
+#include "ini/PrivateProfile.h"
 #include "ini/ProfileText.h"
 
 /// A change of an INI file from reading to saving. It works on what is on the disk, also where a snapshot of the file

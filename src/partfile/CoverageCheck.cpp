@@ -6,9 +6,9 @@
 
 #include "core/FieldBits.h"
 #include "core/Numbers.h"
+#include "core/cPart.h"
 #include "partfile/PartCheck.h"
 #include "partfile/PartFile.h"
-#include "core/cPart.h"
 
 namespace {
 

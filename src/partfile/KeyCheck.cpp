@@ -6,13 +6,13 @@
 
 #include "core/Nearest.h"
 #include "core/Numbers.h"
+#include "core/PartLimits.h"
+#include "core/cPart.h"
+#include "ini/ProfileName.h"
 #include "partfile/PartCheck.h"
 #include "partfile/PartFile.h"
 #include "partfile/PartFileLines.h"
 #include "partfile/PartKeys.h"
-#include "core/PartLimits.h"
-#include "core/cPart.h"
-#include "ini/ProfileName.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include "core/Errors.h"
 #include "core/Nearest.h"
 #include "core/Numbers.h"
-#include "partfile/PartFile.h"
 #include "core/PartLimits.h"
 #include "core/cPart.h"
+#include "partfile/PartFile.h"
 #include "pll/EntryTexts.h"
 #include "pll/cPLL.h"
 

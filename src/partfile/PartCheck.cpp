@@ -13,9 +13,9 @@
 #include "core/FieldBits.h"
 #include "core/Nearest.h"
 #include "core/Numbers.h"
+#include "core/cPart.h"
 #include "partfile/PartFile.h"
 #include "partfile/PartKeys.h"
-#include "core/cPart.h"
 
 namespace {
 

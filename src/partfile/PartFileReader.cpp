@@ -1,9 +1,9 @@
 #include "partfile/PartFileReader.h"
 
 #include "core/DeviceDisplay.h"
-#include "partfile/PartFile.h"
 #include "core/PartLimits.h"
 #include "core/cPart.h"
+#include "partfile/PartFile.h"
 #include "ports/Connector.h"
 
 void PartFileReader::ReadSetup() {

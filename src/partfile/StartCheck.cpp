@@ -7,9 +7,9 @@
 #include "core/FieldBits.h"
 #include "core/FieldEntry.h"
 #include "core/Numbers.h"
+#include "core/cPart.h"
 #include "partfile/PartCheck.h"
 #include "partfile/PartFile.h"
-#include "core/cPart.h"
 
 namespace {
 

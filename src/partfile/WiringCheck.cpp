@@ -2,9 +2,9 @@
 #include <string>
 
 #include "core/LineUse.h"
+#include "core/cPart.h"
 #include "partfile/PartCheck.h"
 #include "partfile/PartFile.h"
-#include "core/cPart.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 #include "settings/DeviceSetup.h"
 
 #include "core/DeviceDisplay.h"
-#include "partfile/PartCheck.h"
-#include "partfile/PartFile.h"
-#include "partfile/PartFileReader.h"
 #include "core/cPart.h"
 #include "ini/PrivateProfile.h"
 #include "partfile/PLLSection.h"
+#include "partfile/PartCheck.h"
+#include "partfile/PartFile.h"
+#include "partfile/PartFileReader.h"
 #include "settings/Modes.h"
 #include "settings/PartFilePath.h"
 

@@ -9,10 +9,10 @@
 #include "core/DeviceDisplay.h"
 #include "core/Errors.h"
 #include "core/Numbers.h"
-#include "partfile/PartFile.h"
-#include "ini/PrivateSetting.h"
 #include "core/cPart.h"
 #include "ini/PrivateProfile.h"
+#include "ini/PrivateSetting.h"
+#include "partfile/PartFile.h"
 #include "pll/cPLL.h"
 #include "settings/PartFilePath.h"
 

@@ -4,8 +4,8 @@
 
 #include "core/Errors.h"
 #include "core/Numbers.h"
-#include "ini/PrivateSetting.h"
 #include "ini/PrivateProfile.h"
+#include "ini/PrivateSetting.h"
 
 std::string SettingsFile::ReadError() const {
     const auto reason = PrivateProfileReadError(path_);

@@ -16,8 +16,8 @@
 #include <random>
 #include <vector>
 
-#include "support/FailingCalls.h"
 #include "ini/ProfileEncoding.h"
+#include "support/FailingCalls.h"
 #include "support/TempFolder.h"
 
 namespace {

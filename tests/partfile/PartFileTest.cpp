@@ -1,9 +1,9 @@
 #include <sstream>
 
+#include "ini/PrivateSetting.h"
 #include "partfile/PartCheck.h"
 #include "partfile/PartFile.h"
 #include "partfile/PartFileReader.h"
-#include "ini/PrivateSetting.h"
 #include "support/Cases.h"
 #include "support/PartText.h"
 #include "support/RecordingDisplay.h"

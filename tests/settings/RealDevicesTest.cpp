@@ -13,8 +13,8 @@
 
 #include "core/Numbers.h"
 #include "core/cPart.h"
-#include "ports/PortDrivers.h"
 #include "pll/cPLL.h"
+#include "ports/PortDrivers.h"
 #include "settings/DeviceSetup.h"
 #include "settings/SettingsFile.h"
 #include "support/TempFolder.h"

@@ -7,7 +7,6 @@
 #include <set>
 #include <sstream>
 
-#include "support/FailingCalls.h"
 #include "burst/SetupFile.h"
 #include "burst/cBurst.h"
 #include "core/cPart.h"
@@ -15,6 +14,7 @@
 #include "settings/DeviceSetup.h"
 #include "settings/Modes.h"
 #include "settings/SettingsFile.h"
+#include "support/FailingCalls.h"
 #include "support/TempFolder.h"
 
 // Every file that the program writes, on a disk that fails and in a process that is killed, at each file call in turn.

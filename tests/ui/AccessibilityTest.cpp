@@ -8,9 +8,9 @@
 #include <map>
 #include <set>
 
+#include "ui/WindowFixture.h"
 #include "ui/controls/Colours.h"
 #include "ui/controls/Spinner.h"
-#include "ui/WindowFixture.h"
 
 // The whole window from the keyboard and for a screen reader, with the largest devices that ship.
 

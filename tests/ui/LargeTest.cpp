@@ -3,9 +3,9 @@
 #include <QScrollBar>
 #include <QTabBar>
 
-#include "ui/port/ConnectorShape.h"
-#include "ui/pll/PLLDiagramItems.h"
 #include "ui/WindowFixture.h"
+#include "ui/pll/PLLDiagramItems.h"
+#include "ui/port/ConnectorShape.h"
 
 // More of everything than any device has, in the smallest window and in a very large one.
 

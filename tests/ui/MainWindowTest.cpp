@@ -6,8 +6,8 @@
 #include "burst/cBurst.h"
 #include "settings/Modes.h"
 #include "support/TextTable.h"
-#include "ui/window/Documents.h"
 #include "ui/WindowFixture.h"
+#include "ui/window/Documents.h"
 #include "ui/window/WindowPlace.h"
 
 namespace {

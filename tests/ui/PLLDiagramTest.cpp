@@ -1,8 +1,8 @@
 #include <QLabel>
 
 #include "support/Cases.h"
-#include "ui/pll/PLLDiagramItems.h"
 #include "ui/WindowFixture.h"
+#include "ui/pll/PLLDiagramItems.h"
 
 /// The block diagrams of a shipped device with three loops.
 class PLLDiagramTest : public WindowFixture {

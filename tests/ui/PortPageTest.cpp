@@ -4,9 +4,9 @@
 
 #include "burst/cBurst.h"
 #include "support/Cases.h"
-#include "ui/port/ConnectorShape.h"
-#include "ui/controls/TextBox.h"
 #include "ui/WindowFixture.h"
+#include "ui/controls/TextBox.h"
+#include "ui/port/ConnectorShape.h"
 
 namespace {
 

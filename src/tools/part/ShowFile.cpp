@@ -6,9 +6,9 @@
 #include "core/FieldBits.h"
 #include "core/FieldEntry.h"
 #include "core/Numbers.h"
+#include "pll/cPLL.h"
 #include "tools/part/Commands.h"
 #include "tools/part/ReadDevice.h"
-#include "pll/cPLL.h"
 
 namespace {
 

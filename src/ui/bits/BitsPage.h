@@ -12,9 +12,9 @@
 
 #include "ui/bits/BitsBoard.h"
 #include "ui/controls/ControlArray.h"
-#include "ui/window/PageHost.h"
 #include "ui/controls/Spinner.h"
 #include "ui/controls/TextBox.h"
+#include "ui/window/PageHost.h"
 
 /// The page with the named view of the device: check boxes, counters and lists of the bit fields in a frame for each
 /// group, and the pins.

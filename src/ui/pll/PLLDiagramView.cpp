@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/window/PageHost.h"
 #include "ui/controls/Spinner.h"
+#include "ui/window/PageHost.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 
 #include "pll/FrequencyEntry.h"
 #include "pll/PrescalerCheck.h"
-#include "ui/pll/PLLDiagramTables.h"
 #include "ui/controls/TextBox.h"
+#include "ui/pll/PLLDiagramTables.h"
 
 /// The blocks whose text can be switched on.
 enum class DiagramBlock : unsigned char { RPrescale, NPrescale, PDPol, CPGain, CPState };

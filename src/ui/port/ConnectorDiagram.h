@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "core/LineUse.h"
+#include "ui/controls/ControlArray.h"
 #include "ui/port/ConnectorGeometry.h"
 #include "ui/port/ConnectorShape.h"
-#include "ui/controls/ControlArray.h"
 
 /// The wiring between the 25-way connector of the port and the board connector, as one sees them on the bench. Pins
 /// and wires take the colour of what their line does, and the same stands beside them in words.

@@ -7,9 +7,9 @@
 #include "core/LineUse.h"
 #include "core/PortAddress.h"
 #include "core/ReloadPeriod.h"
+#include "ui/controls/TextBox.h"
 #include "ui/port/ConnectorDiagram.h"
 #include "ui/port/LineOptions.h"
-#include "ui/controls/TextBox.h"
 
 namespace {
 

@@ -6,10 +6,10 @@
 #include "core/PortAddress.h"
 #include "ports/Connector.h"
 #include "ui/controls/Colours.h"
+#include "ui/controls/TextBox.h"
 #include "ui/port/ConnectorDiagram.h"
 #include "ui/port/LineOptions.h"
 #include "ui/port/PortPage.h"
-#include "ui/controls/TextBox.h"
 
 // How the page is put together and scrolls. What it shows and answers is in PortPage.cpp.
 

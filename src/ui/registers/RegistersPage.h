@@ -10,10 +10,10 @@
 
 #include "ui/bits/BitRow.h"
 #include "ui/controls/ControlArray.h"
-#include "ui/window/PageHost.h"
 #include "ui/registers/RegisterBitMark.h"
 #include "ui/registers/RegisterBitsBox.h"
 #include "ui/registers/RegisterLoadButton.h"
+#include "ui/window/PageHost.h"
 
 /// The page that shows every register bit by bit, takes single bits from the keyboard, and loads one register.
 ///
