@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "files/Hash.h"
+
 namespace {
 
 // The small letters of code page 1252, as they stand in UTF-8: a letter keeps its length, so that texts can be compared
@@ -29,11 +31,11 @@ unsigned Lower(std::string_view text, std::size_t at) noexcept {
 }   // namespace
 
 std::size_t ProfileNameHash::operator()(std::string_view name) const noexcept {
-    std::uint64_t hash = 14695981039346656037U;   // FNV-1a
+    Hash hash;
     for (std::size_t at = 0; at < name.size(); ++at) {
-        hash = (hash ^ Lower(name, at)) * 1099511628211U;
+        hash.Add(static_cast<unsigned char>(Lower(name, at)));
     }
-    return static_cast<std::size_t>(hash);
+    return static_cast<std::size_t>(hash.Value());
 }
 
 bool ProfileNameEqual::operator()(std::string_view left, std::string_view right) const noexcept {

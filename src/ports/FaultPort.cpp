@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "files/Hash.h"
 #include "ports/Connector.h"
 
 // Which faults there are, how often one begins, and how long it lasts.
@@ -19,15 +20,6 @@ static constexpr std::uint64_t kAllWrites = 10'000;
 static constexpr std::uint64_t kShortestStuck = 20, kLongestStuck = 200;       // writes
 static constexpr std::uint64_t kShortestGone = 50, kLongestGone = 500;         // writes
 static constexpr std::uint64_t kShortestDelay = 1000, kLongestDelay = 10000;   // microseconds
-
-// FNV-1a.
-static std::uint64_t Hash(const std::string& text) {
-    std::uint64_t hash = 0xCBF29CE484222325;
-    for (const char character : text) {
-        hash = (hash ^ static_cast<unsigned char>(character)) * 0x100000001B3;
-    }
-    return hash;
-}
 
 // The output function of SplitMix64: numbers that follow on each other come out without any likeness.
 static std::uint64_t Mix(std::uint64_t number) {
@@ -52,7 +44,7 @@ static Fault Choose(std::uint64_t dice) {
 }
 
 FaultPort::FaultPort(std::unique_ptr<Port> inner, std::string seed, PortCalls& calls)
-    : inner_(std::move(inner)), seed_(std::move(seed)), calls_(calls), start_(Hash(seed_)) {}
+    : inner_(std::move(inner)), seed_(std::move(seed)), calls_(calls), start_(Hash::Of(seed_)) {}
 
 bool FaultPort::OpenTVicPort() {
     writes_ = goneEnd_ = 0;

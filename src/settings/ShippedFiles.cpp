@@ -11,6 +11,7 @@
 
 #include "files/AtomicFile.h"
 #include "files/FileCalls.h"
+#include "files/Hash.h"
 #include "files/ProfileFile.h"
 #include "settings/RecentItems.h"
 
@@ -21,13 +22,10 @@ namespace fs = std::filesystem;
 constexpr auto settingsName = "tarnwick.ini";
 constexpr auto memoryName = ".shipped";
 
-// FNV-1a with 64 bits: it tells versions of a file apart, nobody gains by forging one.
+/// What tells versions of a file apart.
 std::string HashOf(std::string_view text) {
-    std::uint64_t hash = 0xCBF29CE484222325;
-    for (const char c : WithoutRecentItems(text)) {
-        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3;
-    }
     std::array<char, 16> digits{};
+    const std::uint64_t hash = Hash::Of(WithoutRecentItems(text));
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), hash, 16);
     return {digits.data(), end.ptr};
 }

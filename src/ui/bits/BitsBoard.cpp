@@ -1,4 +1,5 @@
 #include "ui/bits/BitsBoard.h"
+#include "ui/controls/Margins.h"
 
 #include <QCoreApplication>
 #include <QScrollBar>
@@ -7,7 +8,6 @@
 
 namespace {
 
-constexpr int kMargin = 9;
 constexpr int kGap = 9;
 
 }   // namespace
@@ -40,16 +40,16 @@ void BitsBoard::Arrange() {
 
 std::vector<BitsBoard::Column> BitsBoard::FlowInto(int height) const {
     std::vector<Column> columns;
-    int top = kMargin;
+    int top = kPageMargin;
     for (BitsFrame* frame : frames_) {
         if (frame->isHidden()) {
             continue;
         }
-        const QSize size = frame->Flow(height - 2 * kMargin);
-        const bool below = !columns.empty() && frame != frames_.back() && top + size.height() + kMargin <= height;
+        const QSize size = frame->Flow(height - 2 * kPageMargin);
+        const bool below = !columns.empty() && frame != frames_.back() && top + size.height() + kPageMargin <= height;
         if (!below) {
             columns.emplace_back();
-            top = kMargin;
+            top = kPageMargin;
         }
         columns.back().push_back({frame, size});
         top += size.height() + kGap;
@@ -73,12 +73,12 @@ void BitsBoard::Align(Column& column) {
 
 /// Frames of one column are as wide as the widest of them.
 QSize BitsBoard::Place(const std::vector<Column>& columns) {
-    int left = kMargin;
+    int left = kPageMargin;
     int bottom = 0;
     for (const Column& column : columns) {
         const auto wider = [](const Placed& one, const Placed& two) { return one.size.width() < two.size.width(); };
         const int width = std::max_element(column.begin(), column.end(), wider)->size.width();
-        int top = kMargin;
+        int top = kPageMargin;
         for (const Placed& placed : column) {
             placed.frame->setGeometry(left, top, width, placed.size.height());
             top += placed.size.height() + kGap;
@@ -86,7 +86,7 @@ QSize BitsBoard::Place(const std::vector<Column>& columns) {
         left += width + kGap;
         bottom = std::max(bottom, top - kGap);
     }
-    return {left - kGap + kMargin, bottom + kMargin};
+    return {left - kGap + kPageMargin, bottom + kPageMargin};
 }
 
 bool BitsBoard::event(QEvent* event) {

@@ -1,4 +1,6 @@
 #include "ui/bits/BitsFrame.h"
+#include "ui/controls/Margins.h"
+#include "ui/controls/Texts.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -6,7 +8,6 @@
 
 namespace {
 
-constexpr int kMargin = 9;
 constexpr int kSpacing = 6;
 constexpr int kColumnGap = 18;
 
@@ -27,7 +28,7 @@ BitsFrame::BitsFrame(QWidget* parent) : QGroupBox(parent) {}
 
 void BitsFrame::Caption(const QString& text) {
     caption_ = text;
-    setTitle(QString(text).replace(QLatin1Char('&'), QLatin1String("&&")));
+    setTitle(WithoutMnemonics(text));
     setAccessibleName(text);
 }
 
@@ -102,7 +103,7 @@ int BitsFrame::RowHeight() const {
 
 int BitsFrame::RowsThatFit(int height) const {
     const QMargins frame = contentsMargins();
-    const int room = height - frame.top() - frame.bottom() - kSpacing - kMargin;
+    const int room = height - frame.top() - frame.bottom() - kSpacing - kPageMargin;
     return std::max(1, (room + kSpacing) / (RowHeight() + kSpacing));
 }
 
@@ -116,7 +117,8 @@ bool BitsFrame::LastFillerTaken(int rowsPerColumn) const {
 void BitsFrame::Arrange(int rowsPerColumn) {
     delete layout();
     auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(kMargin, kSpacing, LastFillerTaken(rowsPerColumn) ? kMargin - kSpacing : kMargin, kMargin);
+    grid->setContentsMargins(kPageMargin, kSpacing,
+                             LastFillerTaken(rowsPerColumn) ? kPageMargin - kSpacing : kPageMargin, kPageMargin);
     grid->setSpacing(kSpacing);
     for (int i = 0; i < static_cast<int>(rows_.size()); ++i) {
         const int first = i / rowsPerColumn * kGridColumns;

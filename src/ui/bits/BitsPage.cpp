@@ -13,10 +13,6 @@ namespace {
 
 const auto kFreeFrame = QStringLiteral("Program Bits");
 
-QString CheckBoxCaption(const std::string& name) {
-    return Qt8(name).replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
 QLabel* MakeLabel(QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
@@ -107,7 +103,7 @@ void BitsPage::ClearControls() {
 void BitsPage::AddCheckBox(const cPrgmBits& added, std::string_view group) {
     const Place place = FrameFor(group);
     const int index = NextMember(Kind::Bit, place, added.ID());
-    chkPrgmBit_[index]->setText(CheckBoxCaption(added.ID()));
+    chkPrgmBit_[index]->setText(WithoutMnemonics(Qt8(added.ID())));
     place.frame->AddRow(chkPrgmBit_[index]);
 }
 
@@ -134,7 +130,7 @@ void BitsPage::AddPinBox(const cPrgmPin& added) {
     const Place place{fraPrgmPins_[0], true};
     place.frame->show();
     const int index = NextMember(Kind::Pin, place, added.ID());
-    chkPrgmPin_[index]->setText(CheckBoxCaption(added.ID()));
+    chkPrgmPin_[index]->setText(WithoutMnemonics(Qt8(added.ID())));
     place.frame->AddRow(chkPrgmPin_[index]);
 }
 

@@ -14,11 +14,11 @@
 #include "ui/bits/BitsList.h"
 #include "ui/controls/Colours.h"
 #include "ui/controls/FixedFace.h"
+#include "ui/controls/Margins.h"
 #include "ui/controls/TextBox.h"
 
 namespace {
 
-constexpr int kMargin = 9;
 constexpr int kSpacing = 6;
 
 /// The text of a list with one byte for each place of the caret, which is all that finding a line needs.
@@ -101,7 +101,7 @@ void BurstList::keyPressEvent(QKeyEvent* event) {
 BurstPage::BurstPage(PageHost& host, std::int16_t& selectedLine, QWidget* parent)
     : QWidget(parent), host_(host), selectedLine_(selectedLine) {
     auto* top = new QHBoxLayout;
-    top->setSpacing(kMargin);
+    top->setSpacing(kPageMargin);
     top->addWidget(BuildCommandColumn());
     txtBurstCmds_ = new BurstList;
     txtBurstCmds_->setObjectName(QStringLiteral("txtBurstCmds"));
@@ -112,7 +112,7 @@ BurstPage::BurstPage(PageHost& host, std::int16_t& selectedLine, QWidget* parent
     top->addWidget(txtBurstCmds_, 1);
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
     layout->setSpacing(kSpacing);
     layout->addLayout(top, 1);
     layout->addWidget(BuildListButtons());

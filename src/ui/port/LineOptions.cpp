@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 
 #include "ports/Connector.h"
+#include "ui/controls/Texts.h"
 
 QString LineCaption(int line) {
     return QString::fromLatin1(kConnector[static_cast<std::size_t>(line)].caption);
@@ -59,8 +60,7 @@ void LineOptions::Caption(const QString& caption) {
     caption_ = caption;
     constexpr int kAroundTitle = 4;   // In letters; a longer title would widen the frame.
     const int room = layout()->sizeHint().width() - kAroundTitle * fontMetrics().averageCharWidth();
-    QString shown = fontMetrics().elidedText(caption, Qt::ElideMiddle, room);
-    setTitle(shown.replace(QLatin1Char('&'), QLatin1String("&&")));
+    setTitle(WithoutMnemonics(fontMetrics().elidedText(caption, Qt::ElideMiddle, room)));
     setToolTip(fontMetrics().horizontalAdvance(caption) > room ? caption : QString());
     setAccessibleName(caption);
     for (int line = 0; line < kPortLines; ++line) {

@@ -6,6 +6,7 @@
 #include "core/PortAddress.h"
 #include "ports/Connector.h"
 #include "ui/controls/Colours.h"
+#include "ui/controls/Margins.h"
 #include "ui/controls/TextBox.h"
 #include "ui/port/ConnectorDiagram.h"
 #include "ui/port/LineOptions.h"
@@ -15,7 +16,6 @@
 
 namespace {
 
-constexpr int kMargin = 9;
 constexpr int kSpacing = 6;
 constexpr QMargins kInside(6, 2, 6, 4);   ///< Of a frame with one row of options.
 
@@ -70,8 +70,8 @@ void PortPage::BuildScrolling() {
 void PortPage::Build() {
     auto* content = new QWidget;
     auto* row = new QHBoxLayout(content);
-    row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-    row->setSpacing(kMargin);
+    row->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
+    row->setSpacing(kPageMargin);
     column_ = new QVBoxLayout;
     column_->setSpacing(kSpacing);
     auto* first = new QHBoxLayout;
@@ -208,7 +208,7 @@ void PortPage::Wire() {
 
 /// The frames scroll past the diagram: it moves up only as far as it takes to see its lower end.
 void PortPage::HoldDiagram() {
-    const int hidden = std::max(0, frame1_->height() + 2 * kMargin - scroll_->viewport()->height());
+    const int hidden = std::max(0, frame1_->height() + 2 * kPageMargin - scroll_->viewport()->height());
     const int lowest = std::max(0, diagramPlace_->height() - frame1_->height());
     frame1_->move(0, std::clamp(scroll_->verticalScrollBar()->value() - hidden, 0, lowest));
 }

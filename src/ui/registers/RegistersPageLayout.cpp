@@ -3,6 +3,7 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "ui/controls/Margins.h"
 #include "ui/registers/RegistersPage.h"
 
 // Where everything on the page stands. The content is laid out at fixed places and shifted as a whole by the values
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr int kMargin = 9;
 constexpr int kNameGap = 6;   // Between a row's name and its bits.
 constexpr int kLoadGap = 3;   // Between the bits and the button.
 constexpr int kHexGap = 7;    // Between the button and the hexadecimal value.
@@ -30,7 +30,7 @@ int RegistersPage::RowPitch() const {
 }
 
 QSize RegistersPage::View() const {
-    const int bar = std::max(kMargin, style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, vscRegisters_));
+    const int bar = std::max(kPageMargin, style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, vscRegisters_));
     return {width() - bar, height() - headerHeight_ - bar};
 }
 
@@ -47,11 +47,11 @@ int RegistersPage::ColumnWidth() const {
 }
 
 int RegistersPage::LoadRight(int column) const {
-    return kMargin + column * ColumnWidth() + nameWidth_ + kNameGap + boxWidth_ + kLoadGap + loadWidth_;
+    return kPageMargin + column * ColumnWidth() + nameWidth_ + kNameGap + boxWidth_ + kLoadGap + loadWidth_;
 }
 
 QPoint RegistersPage::PlaceOf(int index) const {
-    return {kMargin + ColumnOf(index) * ColumnWidth(), index % RowsPerColumn() * RowPitch()};
+    return {kPageMargin + ColumnOf(index) * ColumnWidth(), index % RowsPerColumn() * RowPitch()};
 }
 
 QRect RegistersPage::DigitPlace(int index, int position) const {
@@ -68,12 +68,12 @@ void RegistersPage::Measure() {
         nameWidth_ = std::max(nameWidth_, row.name->sizeHint().width());
     }
     boxWidth_ = first.bits->WidthFor(designState_ ? first.bits->text() : Bits().Ones());
-    loadWidth_ = first.load->fontMetrics().horizontalAdvance(first.load->text()) + 2 * kMargin;
+    loadWidth_ = first.load->fontMetrics().horizontalAdvance(first.load->text()) + 2 * kPageMargin;
     const int hexDigits = RoundedUp(Bits().Count(), 4) / 4;
     hexWidth_ = std::max(lblHexValue_->sizeHint().width(), (hexDigits + 1) * RegisterBitsBox::DigitWidth());
     lineHeight_ = face.ascent() + 1;
     rowHeight_ = face.height() + 4;
-    headerHeight_ = kMargin + std::max(2 * lineHeight_, cmdBitOrder_->sizeHint().height()) + kLoadGap;
+    headerHeight_ = kPageMargin + std::max(2 * lineHeight_, cmdBitOrder_->sizeHint().height()) + kLoadGap;
 }
 
 void RegistersPage::Arrange() {
@@ -123,8 +123,8 @@ void RegistersPage::PlaceHeader() {
     const int shift = hscRegisters_->value();
     const int bottom = headerHeight_ - kLoadGap;
     const QSize button = cmdBitOrder_->sizeHint();
-    cmdBitOrder_->setGeometry(kMargin + nameWidth_ - button.width() - shift, bottom - button.height(), button.width(),
-                              button.height());
+    cmdBitOrder_->setGeometry(kPageMargin + nameWidth_ - button.width() - shift, bottom - button.height(),
+                              button.width(), button.height());
     for (const auto& [column, ones] : lblOnes_) {
         const int left = DigitPlace(column * RowsPerColumn(), 0).left() - shift;
         ones->setGeometry(left, bottom - lineHeight_, ones->sizeHint().width(), lineHeight_);
@@ -236,9 +236,10 @@ void RegistersPage::EnsureVisible(const QRect& place) {
     } else if (below > vscRegisters_->value()) {
         vscRegisters_->setValue(RoundedUp(below, RowPitch()));
     }
-    const int beyond = place.right() + kMargin - view.width();
-    if (place.left() - kMargin < hscRegisters_->value()) {
-        hscRegisters_->setValue(beyond <= 0 ? 0 : place.left() - kMargin);   // With the name, where that is possible.
+    const int beyond = place.right() + kPageMargin - view.width();
+    if (place.left() - kPageMargin < hscRegisters_->value()) {
+        hscRegisters_->setValue(beyond <= 0 ? 0
+                                            : place.left() - kPageMargin);   // With the name, where that is possible.
     } else if (beyond > hscRegisters_->value()) {
         hscRegisters_->setValue(beyond);
     }

@@ -1,4 +1,5 @@
 #include "ui/window/MainMenu.h"
+#include "ui/controls/Texts.h"
 
 #include <QMenu>
 #include <QScreen>
@@ -73,11 +74,6 @@ constexpr std::array kRows{
 
 constexpr int kDesignRecents = 5;
 constexpr auto kEmptyRecent = "....";
-
-/// A name as a menu shows it: "&" is itself, no mnemonic.
-QString Shown(const std::string& name) {
-    return QString::fromStdString(name).replace(QLatin1Char('&'), QLatin1String("&&"));
-}
 
 }   // namespace
 
@@ -154,7 +150,7 @@ void MainMenu::ShowMember(Repeated& array, int index, const std::string& caption
     if (action == nullptr) {
         action = AddMember(array, {});
     }
-    action->setText(Shown(caption));
+    action->setText(WithoutMnemonics(Qt8(caption)));
     action->setData(QString::fromStdString(caption));
     action->setVisible(true);
 }

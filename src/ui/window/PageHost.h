@@ -1,12 +1,11 @@
 #pragma once
 
-#include <QString>
 #include <exception>
-#include <string>
 
 #include "core/cPart.h"
 #include "machine/Dialogs.h"
 #include "pll/PrescalerCheck.h"
+#include "ui/controls/Texts.h"
 
 /// What a page may ask of the window in which it stands.
 class PageHost {
@@ -38,11 +37,7 @@ public:
         try {
             answer();
         } catch (const std::exception& error) {
-            Note(QString::fromStdString(error.what()));
+            Note(Qt8(error.what()));
         }
     }
 };
-
-inline QString Qt8(const std::string& text) {
-    return QString::fromStdString(text);
-}

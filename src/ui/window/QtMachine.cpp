@@ -7,17 +7,14 @@
 #include <QMessageBox>
 #include <QUrl>
 
+#include "ui/controls/Texts.h"
 #include "ui/window/PageHost.h"
 
 namespace {
 
-QString Text(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 /// "Caption|*.a;*.b|Caption|*" as the filters of a Qt dialog.
 QStringList Filters(const std::string& filter) {
-    const QStringList parts = Text(filter).split('|');
+    const QStringList parts = Qt8(filter).split('|');
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         QString caption = parts[i];
@@ -33,14 +30,14 @@ QStringList Filters(const std::string& filter) {
 
 void QtDialogs::MessageBox(const std::string& text, const std::string& title, MessageIcon icon) {
     if (!Attended()) {
-        host_.Note(Text(text));
+        host_.Note(Qt8(text));
         return;
     }
     auto* box = new QMessageBox(&window_);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowTitle(title.empty() ? window_.windowTitle() : Text(title));
+    box->setWindowTitle(title.empty() ? window_.windowTitle() : Qt8(title));
     box->setTextFormat(Qt::PlainText);
-    box->setText(Text(text));
+    box->setText(Qt8(text));
     box->setIcon(icon == MessageIcon::Exclamation ? QMessageBox::Warning : QMessageBox::NoIcon);
     box->setStandardButtons(QMessageBox::Ok);
     QObject::connect(box, &QDialog::finished, &window_, [this] {
@@ -84,9 +81,9 @@ void QtDialogs::InputBox(const std::string& prompt, const std::string& title, co
     }
     auto* box = new QInputDialog(&window_);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowTitle(Text(title));
-    box->setLabelText(Text(prompt));
-    box->setTextValue(Text(defaultText));
+    box->setWindowTitle(Qt8(title));
+    box->setLabelText(Qt8(prompt));
+    box->setTextValue(Qt8(defaultText));
     Ask(box, QDialog::Accepted, [box, entered = std::move(entered)] { entered(box->textValue().toStdString()); });
 }
 
@@ -100,10 +97,10 @@ void QtDialogs::FileDialog(const FileRequest& request, Answered chosen) {
         files_->setOption(QFileDialog::DontUseNativeDialog);
     }
     QFileDialog* box = files_;
-    box->setWindowTitle(Text(request.title));
+    box->setWindowTitle(Qt8(request.title));
     box->setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     box->setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    box->setDefaultSuffix(request.save ? Text(request.ending) : QString());
+    box->setDefaultSuffix(request.save ? Qt8(request.ending) : QString());
     const QStringList filters = Filters(request.filter);
     box->setNameFilters(filters);
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size()) {
@@ -118,7 +115,7 @@ void QtDialogs::FileDialog(const FileRequest& request, Answered chosen) {
 
 void QtDialogs::AskToClose(const std::string& error, std::function<void()> close) {
     auto* box = new QMessageBox(QMessageBox::Warning, window_.windowTitle(),
-                                QObject::tr("%1\n\nClose all the same?").arg(Text(error)),
+                                QObject::tr("%1\n\nClose all the same?").arg(Qt8(error)),
                                 QMessageBox::Close | QMessageBox::Cancel, &window_);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setDefaultButton(QMessageBox::Cancel);
@@ -133,7 +130,7 @@ void QtDialogs::CloseAll() {
 }
 
 void QtDialogs::OpenWebPage(const std::string& address) {
-    QDesktopServices::openUrl(QUrl(Text(address)));
+    QDesktopServices::openUrl(QUrl(Qt8(address)));
 }
 
 void QtEventPump::DoEvents() {

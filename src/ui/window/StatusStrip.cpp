@@ -2,6 +2,7 @@
 
 #include <QResizeEvent>
 
+#include "ui/controls/Texts.h"
 #include "ui/window/TextWindow.h"
 
 namespace {
@@ -12,10 +13,6 @@ ShortenedButton* MakeButton(QWidget* parent, const QString& name) {
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
     return button;
-}
-
-QString Text(const std::string& text) {
-    return QString::fromStdString(text);
 }
 
 }   // namespace
@@ -44,7 +41,7 @@ StatusStrip::StatusStrip(QWidget* parent)
 
 void StatusStrip::ShowPort(const PortStatus& status) {
     status_ = status;
-    const QString summary = Text(status.summary);
+    const QString summary = Qt8(status.summary);
     const QString mark = status.ready ? QString() : QStringLiteral("\u26A0 ");
     const QString lost = status.failedWrites == 0 ? QString() : tr(", %1 writes failed").arg(status.failedWrites);
     port_->setText(mark + summary + lost);
@@ -57,7 +54,7 @@ void StatusStrip::ShowProblems(const Problems& problems, const QString& device) 
     device_ = device;
     for (const Problem& problem : problems.All()) {
         if (problem.severity >= Severity::Warning) {   // Notes would drown what needs to be done.
-            problemLines_ << Text(problem.Message());
+            problemLines_ << Qt8(problem.Message());
         }
     }
     const auto count = problemLines_.size();
@@ -92,7 +89,7 @@ void StatusStrip::resizeEvent(QResizeEvent* event) {
 }
 
 void StatusStrip::OpenPortStory() {
-    OpenTextWindow(window(), QStringLiteral("frmPortStory"), tr("Port"), Text(status_.summary), Text(status_.story));
+    OpenTextWindow(window(), QStringLiteral("frmPortStory"), tr("Port"), Qt8(status_.summary), Qt8(status_.story));
 }
 
 void StatusStrip::OpenProblems() {

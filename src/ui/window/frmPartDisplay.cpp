@@ -138,7 +138,7 @@ void frmPart::AddFreePLLPage(const std::string& name) {
 }
 
 void frmPart::NamePLLPage(int page, const std::string& name) {
-    tabPart_->setTabText(page, Qt8(name).replace(QLatin1Char('&'), QLatin1String("&&")));
+    tabPart_->setTabText(page, WithoutMnemonics(Qt8(name)));
     Turn(page);
 }
 
