@@ -105,9 +105,6 @@ void PLLPage::ShowPLL() {
     ShowNumber(EntryBox::Osc, [&] { return pll().XtalFrequency(); });
     ShowNumber(EntryBox::Fpd, [&] { return pll().PDFrequency(); });
     ShowNumber(EntryBox::VCO, [&] { return pll().VCOFrequency(); });
-    if (diagram_->Box(EntryBox::RCounter).text() == QLatin1String("0")) {
-        ShowNumber(EntryBox::RCounter, [&] { return pll().RValue(); });   // Reading the frequencies repairs it.
-    }
     ShowCheck();
     if (miss_ && miss_->state != DeviceState(host_.Device())) {
         miss_.reset();

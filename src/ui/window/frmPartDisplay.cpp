@@ -1,4 +1,6 @@
+#include "core/Errors.h"
 #include "core/PartLimits.h"
+#include "pll/cPLL.h"
 #include "settings/Modes.h"
 #include "ui/bits/BitsPage.h"
 #include "ui/burst/BurstPage.h"
@@ -17,8 +19,11 @@ constexpr int kFirstPLLPage = 4;
 
 }   // namespace
 
-/// Reading the frequencies repairs an R of 0, perhaps after registers and fields were drawn.
+/// Reading a frequency repairs an R of 0. All are read before anything is drawn: the field may be another PLL's N.
 void frmPart::ShowPLLs() {
+    for (cPLL& pll : part_.PLLs()) {
+        IgnoringFailures([&] { static_cast<void>(pll.PDFrequency()); });
+    }
     for (PLLPage* page : pllPages_) {
         page->ShowPLL();
     }
