@@ -397,8 +397,8 @@ TEST_F(PLLPageTest, AnotherDeviceStartsAfresh) {
     EXPECT_EQ(Window().Pages().tabText(4), "SOLE");
     EXPECT_FALSE(Shown("txtFractNum(0)"));
     EXPECT_FALSE(Child("lblPDPol(0)")->isEnabled());
-    EXPECT_EQ(Shows(0), "10 10000 10 1 0");
+    EXPECT_EQ(Shows(0), "10 10000 10 1 1");
     EnterInto("txtRCounter(0)", "0");
-    EXPECT_EQ(Shows(0), "10 10000 10 1 0") << "an R of 0 is repaired";
+    EXPECT_EQ(Shows(0), "10 10000 10 1 1") << "an R of 0 is repaired, and so the N in the same field";
     EXPECT_EQ(Text("txtRegBits(0)").right(4), "1  0") << "and its register's row shows that";
 }
