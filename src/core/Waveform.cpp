@@ -37,7 +37,8 @@ Wiring Wiring::Of(const cPart& part) {
 
 void Waveform::Reserve(int length, bool sbi) {
     constexpr int kTail = 3;
-    words_.reserve(static_cast<std::size_t>((sbi ? 3 : 2) * std::max(0, length) + kTail));
+    const int words = (sbi ? 3 : 2) * std::max(0, length) + kTail;
+    words_.reserve(static_cast<std::size_t>(words));
 }
 
 void Waveform::Begin(const Wiring& wiring) {

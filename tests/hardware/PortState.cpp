@@ -46,6 +46,11 @@ int main(int argc, char* argv[]) {
     std::signal(SIGTERM, [](int) { stopped = 1; });
     const auto made = MakePort({.driver = argv[1], .device = argc > 3 ? argv[3] : ""}, "/tmp/");
     made.port->OpenTVicPort();
+    // What stands while it is being opened depends on how busy the machine is.
+    while (made.port->Status().summary.ends_with(": being opened") && stopped == 0) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        made.port->Idle();
+    }
     std::string shown;
     for (int round = 0; round < std::stoi(argv[2]) && stopped == 0; ++round) {
         if (round % 10 == 0) {
