@@ -52,14 +52,20 @@ int main(int argc, char* argv[]) {
         made.port->Idle();
     }
     std::string shown;
-    for (int round = 0; round < std::stoi(argv[2]) && stopped == 0; ++round) {
-        if (round % 10 == 0) {
-            made.port->WritePort(0x378, static_cast<std::uint8_t>(round));
-        }
+    const auto tell = [&] {
         if (const PortStatus status = made.port->Status(); status.summary != shown) {
             std::cout << Line(status) << std::endl;
             shown = status.summary;
         }
+    };
+    for (int round = 0; round < std::stoi(argv[2]) && stopped == 0; ++round) {
+        if (round > 0) {
+            tell();   // Before a write too: that the port is there again is told until then.
+        }
+        if (round % 10 == 0) {
+            made.port->WritePort(0x378, static_cast<std::uint8_t>(round));
+        }
+        tell();
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         made.port->Idle();
     }
